@@ -1,0 +1,7 @@
+#include "platform/seams.h"
+
+namespace kx::platform {
+
+Seams seams;
+
+}  // namespace kx::platform

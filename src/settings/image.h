@@ -1,0 +1,105 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "settings/failure.h"
+#include "settings/image_map.h"
+
+namespace kx {
+
+/// 256 bytes whose every access is bounds checked: an index outside is a programming fault and throws Failure
+/// "Subscript out of range".
+class Byte_Image {
+ public:
+  static constexpr int size = map::image_size;
+
+  std::uint8_t& operator[](int index) { return bytes_[Checked(index)]; }
+  std::uint8_t operator[](int index) const { return bytes_[Checked(index)]; }
+  void Fill(int first, int last, std::uint8_t value) {
+    for (int i = first; i <= last; ++i) (*this)[i] = value;
+  }
+  void Fill(const map::Run& run, std::uint8_t value) { Fill(run.first, run.Last(), value); }
+  bool operator==(const Byte_Image&) const = default;
+
+ private:
+  static std::size_t Checked(int index) {
+    if (index < 0 || index >= size) Fail_Subscript();
+    return static_cast<std::size_t>(index);
+  }
+  std::array<std::uint8_t, size> bytes_{};
+};
+
+/// The tune. Written by every control and edit command, replaced as a whole by loads and reads.
+extern Byte_Image CardByte;
+
+/// Layout generation of the box firmware that the tune is meant for, 0 to 255. Set from the mask of the
+/// selected preset; copied into the image whenever it leaves the program.
+extern std::int16_t DatasetID;
+
+extern int IgRpmPoints;    ///< live entries of the ignition RPM table: 21, or 1 under the MAF-simulation limit
+extern int FuelRpmPoints;  ///< live entries of the fuel RPM table: 21 at 500 RPM, 41 at 250 RPM
+extern int An1Points;      ///< live entries of the Analog 1 table: 21
+extern int An2Points;      ///< live entries of the Analog 2 table: 21 as limit, 17 as curve
+extern bool Res500;        ///< fuel RPM table at 500 RPM resolution
+extern bool An2_Available; ///< the selected preset allows the Analog 2 output
+
+/// How the slider of a byte is shown: (byte - Byte_Offset) x Byte_Factor in Byte_Format. Filled by
+/// Set_Byte_Def; an empty format gives the default number text.
+extern std::array<std::int16_t, map::image_size> Byte_Offset;
+extern std::array<double, map::image_size> Byte_Factor;
+extern std::array<std::string, map::image_size> Byte_Format;
+
+/// Break points of the MAF-simulation output. Column 0 "Value" (rows 0 to 16), column 1 "Boarder" (rows 1 to
+/// 16, the midpoint to the row before), columns 2 and 3 are the MAF calculator's sums and counts.
+using Maf_Table = std::array<std::array<double, 4>, 23>;
+extern Maf_Table MAF_Sim_Tab;
+
+/// Brings all of the above to what it is before the start.
+void Reset_Image_State();
+
+/// 1 if bit @p bit (0 to 7) of the image's byte is set, else 0.
+[[nodiscard]] int Get_CardByte_bit(int byte_index, int bit);
+
+/// The image's byte as eight characters "0" and "1", most significant first.
+[[nodiscard]] std::string Show_Cardbyte_bits(int byte_index);
+
+[[nodiscard]] int Get_Byte_bit(std::uint8_t value, int bit);
+[[nodiscard]] std::string Show_Byte_bits(std::uint8_t value);
+
+/// Number of a text of exactly eight binary digits, the first weighing 128; any other length gives 0.
+[[nodiscard]] int Bin_2_Dec(std::string_view text);
+
+/// The @p digits lowest upper-case hex digits of @p value: 1, 2, 3 or 4; 0 gives "0", anything else four.
+[[nodiscard]] std::string dec2hex(int value, int digits);
+
+/// List index that a field holds in @p image.
+[[nodiscard]] int Field_Of(const Byte_Image& image, const map::Field& field);
+
+/// List index that a field holds in the tune.
+[[nodiscard]] int Get_Field(const map::Field& field);
+
+/// Writes a list index into a field of the tune, other bits untouched, and keeps the mirror byte equal to
+/// flags C. Throws Failure "Overflow" when the index does not fit the field's byte.
+void Set_Field(const map::Field& field, int index);
+
+/// After a write of flags C by other means.
+void Mirror_Flags_C();
+
+/// Sets the image's byte and how its slider is shown.
+void Set_Byte_Def(int byte_index, std::uint8_t value, std::int16_t offset, double factor,
+                  std::string_view format);
+
+/// Resets the tune for the present point counts and DatasetID. @p start_mode is the build's: 0 gives 2 and 2
+/// ignition pulses (master, slave), 1 gives 1 and 20, others leave both at 0.
+void Init_Default_Settings(int start_mode);
+
+/// Fills the break points of the MAF-simulation output.
+void Init_MAF_Sim();
+
+/// Marks the image as leaving the program: reserved bytes 0, dataset byte = DatasetID.
+void Stamp_Image();
+
+}  // namespace kx

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace kx {
+
+/// What the lower subsystems ask of the views. The hooks are set by the workspace when the program starts (or by
+/// a test) and stay for the run; an unset hook does nothing.
+struct Refresh_Hooks {
+  std::function<void()> update_all;
+  std::function<void()> update_tabs;
+  std::function<void()> show_right_tabs;
+  std::function<void()> show_title;
+};
+extern Refresh_Hooks refresh_hooks;
+
+/// True while the controls are being filled from the image: handlers that the filling raises refresh their
+/// texts only, and no history is captured. Written by Update_All, undo and redo.
+extern bool Undo_Busy;
+
+/// True once the program has begun to unload; ends every wait at once.
+extern bool Closing;
+
+/// Fills every value from the image. Called after any change that alters a table's values or meaning.
+void Update_All();
+
+/// Lays out axes, units, sizes and frames; keeps values. The result does not depend on the order of the two.
+void Update_Tabs();
+
+/// Keeps the table tools in step with the tab on show.
+void Show_Right_Tabs();
+
+/// After the whole image was replaced: Update_All, then Update_Tabs.
+void Refresh_Whole_Image();
+
+/// Shows @p text after the brand's prefix as the main form's title.
+void Set_Title(const std::string& text);
+
+/// What stands after the prefix in the main form's title.
+[[nodiscard]] const std::string& Title_Text();
+
+void Reset_Refresh_State();
+
+}  // namespace kx

@@ -1,0 +1,213 @@
+#include "widgets/line_chart.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numeric>
+
+namespace kx {
+namespace {
+
+/// The smallest of 1, 2 and 5 times a power of ten that is @p at_least.
+double Nice_Step(double at_least) {
+  const double power = std::pow(10.0, std::floor(std::log10(at_least)));
+  for (const double factor : {1.0, 2.0, 5.0}) {
+    if (factor * power >= at_least) return factor * power;
+  }
+  return 10 * power;
+}
+
+constexpr double smallest_span = 1;   ///< shown units; a flat curve is not blown up into noise
+constexpr double worth_keeping = 0.4; ///< share of the axis that the curve has to use for it to stay
+
+QCPRange Value_Range(const Chart& chart) {
+  double low = 0;
+  double high = 0;
+  bool any = false;
+  for (const Chart_Series& series : chart.series) {
+    for (const double value : series.values) {
+      low = any ? std::min(low, value) : value;
+      high = any ? std::max(high, value) : value;
+      any = true;
+    }
+  }
+  const double span = std::max(high - low, smallest_span);
+  const double step = Nice_Step(span / 6);
+  return {std::floor((low - span * 0.04) / step) * step, std::ceil((high + span * 0.08) / step) * step};
+}
+
+/// The axis stays while the curve fits into it and uses it well, so that it does not jump at every edit.
+bool Still_Fits(const QCPRange& shown, const QCPRange& wanted) {
+  return shown.lower <= wanted.lower && shown.upper >= wanted.upper &&
+         wanted.size() >= worth_keeping * shown.size();
+}
+
+}  // namespace
+
+Line_Chart::Line_Chart(const QString& name, QWidget* parent)
+    : QCustomPlot(parent),
+      selection_(new QCPItemRect(this)),
+      cursor_(new QCPItemStraightLine(this)),
+      read_out_(new QCPItemText(this)) {
+  setObjectName(name);
+  setMinimumSize(220, 160);
+  xAxis->setTicker(labels_);
+  xAxis->setTickLabelRotation(0);
+  yAxis->setNumberFormat("gb");
+  selection_->setLayer("background");
+  selection_->setPen(Qt::NoPen);
+  read_out_->position->setType(QCPItemPosition::ptAxisRectRatio);
+  read_out_->position->setCoords(0.985, 0.02);
+  read_out_->setPositionAlignment(Qt::AlignRight | Qt::AlignTop);
+  read_out_->setTextAlignment(Qt::AlignRight);
+  read_out_->setPadding(QMargins(6, 2, 6, 2));
+  current_ = addGraph();
+  current_->setLineStyle(QCPGraph::lsNone);
+  current_->removeFromLegend();
+  Apply_Palette();
+}
+
+void Line_Chart::Apply_Palette() {
+  const QColor ink = palette().color(QPalette::Text);
+  const QColor paper = palette().color(QPalette::Base);
+  const QColor accent = palette().color(QPalette::Highlight);
+  QColor faint = ink;
+  faint.setAlpha(45);
+  setBackground(paper);
+  for (QCPAxis* axis : {xAxis, yAxis}) {
+    axis->setBasePen(QPen(ink));
+    axis->setTickPen(QPen(ink));
+    axis->setSubTickPen(Qt::NoPen);
+    axis->setTickLabelColor(ink);
+    axis->setLabelColor(ink);
+    axis->setTickLabelFont(font());
+    axis->setLabelFont(font());
+    axis->grid()->setPen(QPen(faint, 0, Qt::DotLine));
+    axis->grid()->setZeroLinePen(QPen(faint, 0));
+  }
+  QColor band = accent;
+  band.setAlpha(50);
+  selection_->setBrush(band);
+  cursor_->setPen(QPen(accent, 1, Qt::DashLine));
+  current_->setScatterStyle({QCPScatterStyle::ssDisc, accent, accent, fontMetrics().height() * 0.8});
+  QFont large = font();
+  large.setBold(true);
+  large.setPointSizeF(font().pointSizeF() * 1.4);
+  read_out_->setFont(large);
+  read_out_->setColor(ink);
+  read_out_->setBrush(paper);
+  legend->setBrush(paper);
+  legend->setTextColor(ink);
+  legend->setFont(font());
+  legend->setBorderPen(QPen(faint));
+}
+
+/// Graph 0 is the current entry's mark; the series follow, the table's own values first.
+void Line_Chart::Set_Series_Count(int count) {
+  static const std::array colours{QColor(31, 119, 180), QColor(214, 120, 20), QColor(120, 120, 120)};
+  while (graphCount() > count + 1) removeGraph(graphCount() - 1);
+  while (graphCount() < count + 1) {
+    QCPGraph* series = addGraph();
+    const auto index = static_cast<std::size_t>(graphCount() - 2);
+    series->setPen(QPen(colours[std::min(index, colours.size() - 1)], index == 0 ? 2 : 1.4,
+                        index == 0 ? Qt::SolidLine : Qt::DashLine));
+    if (index == 0) series->setScatterStyle({QCPScatterStyle::ssDisc, 5});
+  }
+  legend->setVisible(count > 1);
+}
+
+void Line_Chart::Set_Labels(const std::vector<std::string>& labels) {
+  const int widest = std::accumulate(labels.begin(), labels.end(), 1, [this](int width, const std::string& label) {
+    return std::max(width, fontMetrics().horizontalAdvance(QString::fromStdString(label)));
+  });
+  const int room = std::max(1, (width() - fontMetrics().height() * 4) / (widest + fontMetrics().height()));
+  const int every = std::max(1, (static_cast<int>(labels.size()) + room - 1) / room);
+  labels_->clear();
+  for (std::size_t i = 0; i < labels.size(); i += static_cast<std::size_t>(every)) {
+    labels_->addTick(static_cast<double>(i + 1), QString::fromStdString(labels[i]));
+  }
+  shown_labels_ = labels;
+}
+
+void Line_Chart::Fit_Values(const Chart& chart) {
+  const double margin = entries_ > 1 ? 0.5 : 1;
+  xAxis->setRange(1 - margin, entries_ + margin);
+  const QCPRange wanted = Value_Range(chart);
+  if (!Still_Fits(yAxis->range(), wanted)) yAxis->setRange(wanted);
+}
+
+void Line_Chart::Mark(const Chart& chart, int first, int last) {
+  const bool several = last > first;
+  selection_->setVisible(several);
+  selection_->topLeft->setCoords(first - 0.5, 1e6);
+  selection_->bottomRight->setCoords(last + 0.5, -1e6);
+  const auto entry = static_cast<std::size_t>(chart.current - 1);
+  const bool known = !chart.series.empty() && entry < chart.series[0].values.size();
+  current_->setVisible(known);
+  cursor_->setVisible(known);
+  read_out_->setVisible(known);
+  if (!known) return;
+  const double value = chart.series[0].values[entry];
+  current_->setData({static_cast<double>(chart.current)}, {value});
+  cursor_->point1->setCoords(chart.current, 0);
+  cursor_->point2->setCoords(chart.current, 1);
+  const std::string label = entry < chart.labels.size() ? chart.labels[entry] : "";
+  read_out_->setText(QString::fromStdString(label + " " + chart.axis_title + ":  ") +
+                     QString::number(value, 'g', 6) + " " + QString::fromStdString(chart.value_title));
+}
+
+void Line_Chart::Show(const Chart& chart, int first, int last) {
+  entries_ = chart.series.empty() ? 0 : static_cast<int>(chart.series[0].values.size());
+  Set_Series_Count(static_cast<int>(chart.series.size()));
+  QVector<double> entries(entries_);
+  std::iota(entries.begin(), entries.end(), 1.0);
+  for (int i = 0; i < static_cast<int>(chart.series.size()); ++i) {
+    const Chart_Series& series = chart.series[static_cast<std::size_t>(i)];
+    graph(i + 1)->setName(QString::fromStdString(series.name.empty() ? "table" : series.name));
+    graph(i + 1)->setData(entries, QVector<double>(series.values.begin(), series.values.end()), true);
+  }
+  if (shown_labels_ != chart.labels) Set_Labels(chart.labels);
+  xAxis->setLabel(QString::fromStdString(chart.axis_title));
+  yAxis->setLabel(QString::fromStdString(chart.value_title));
+  Fit_Values(chart);
+  Mark(chart, first, last);
+  Draw();
+}
+
+void Line_Chart::Draw() {
+  stale_ = !isVisible();
+  if (!stale_) replot(rpQueuedReplot);
+}
+
+void Line_Chart::showEvent(QShowEvent* event) {
+  QCustomPlot::showEvent(event);
+  Set_Labels(std::vector<std::string>(shown_labels_));
+  if (stale_) Draw();
+}
+
+void Line_Chart::changeEvent(QEvent* event) {
+  QCustomPlot::changeEvent(event);
+  if (current_ == nullptr) return;
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
+    Apply_Palette();
+    Draw();
+  }
+}
+
+int Line_Chart::Row_At(const QPointF& position) const {
+  return std::clamp(static_cast<int>(std::lround(xAxis->pixelToCoord(position.x()))), 1, std::max(1, entries_));
+}
+
+void Line_Chart::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || entries_ == 0) return;
+  picked_row_ = Row_At(event->position());
+  emit Entries_Picked(picked_row_, picked_row_);
+}
+
+void Line_Chart::mouseMoveEvent(QMouseEvent* event) {
+  if ((event->buttons() & Qt::LeftButton) != 0 && picked_row_ > 0) {
+    emit Entries_Picked(picked_row_, Row_At(event->position()));
+  }
+}
+
+}  // namespace kx

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <qcustomplot.h>
+
+#include "workspace/charts.h"
+
+namespace kx {
+
+/// A table's curve beside its grid: every entry a point, the current one and the selection marked as in the
+/// grid. Clicking or dragging in it picks entries. Draws only while it is on screen.
+class Line_Chart : public QCustomPlot {
+  Q_OBJECT
+
+ public:
+  Line_Chart(const QString& name, QWidget* parent = nullptr);
+
+  /// Shows @p chart with the rows @p first to @p last selected (1 up).
+  void Show(const Chart& chart, int first, int last);
+
+ signals:
+  /// The user picked entries in the chart; rows count from 1.
+  void Entries_Picked(int row, int row_sel);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+
+ private:
+  void Apply_Palette();
+  void Set_Series_Count(int count);
+  void Set_Labels(const std::vector<std::string>& labels);
+  void Fit_Values(const Chart& chart);
+  void Mark(const Chart& chart, int first, int last);
+  void Draw();
+  [[nodiscard]] int Row_At(const QPointF& position) const;
+
+  QSharedPointer<QCPAxisTickerText> labels_{new QCPAxisTickerText};
+  std::vector<std::string> shown_labels_;
+  QCPItemRect* selection_;
+  QCPItemStraightLine* cursor_;
+  QCPGraph* current_ = nullptr;  ///< the current entry's point
+  QCPItemText* read_out_;
+  int entries_ = 0;
+  int picked_row_ = 0;  ///< where the drag began
+  bool stale_ = false;  ///< changed while hidden
+};
+
+}  // namespace kx

@@ -1,0 +1,200 @@
+#include "widgets/table_grid.h"
+
+#include <QEvent>
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <algorithm>
+
+namespace kx {
+namespace {
+
+constexpr int ctrl_state = 2;
+constexpr int code_of_c = 67;
+
+/// Codes of the keys that type no character but are known to handlers.
+int Code_Of_Special_Key(int key) {
+  switch (key) {
+    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return 13;
+    case Qt::Key_Shift: return 16;
+    case Qt::Key_PageUp: return 33;
+    case Qt::Key_PageDown: return 34;
+    case Qt::Key_End: return 35;
+    case Qt::Key_Home: return 36;
+    case Qt::Key_Left: return 37;
+    case Qt::Key_Up: return 38;
+    case Qt::Key_Right: return 39;
+    case Qt::Key_Down: return 40;
+    case Qt::Key_Delete: return 46;
+    default: return 0;
+  }
+}
+
+int Code_Of_Character(QChar typed, bool keypad) {
+  if (typed >= u'0' && typed <= u'9') return (keypad ? 96 : 48) + typed.digitValue();
+  if (typed == u'.') return keypad ? 110 : 190;
+  if (typed == u',') return keypad ? 110 : 188;
+  if (typed == u'-') return keypad ? 109 : 189;
+  const QChar upper = typed.toUpper();
+  return upper >= u'A' && upper <= u'Z' ? upper.unicode() : 0;
+}
+
+bool Is_Command_Key(const QKeyEvent& event) {
+  const int key = event.key();
+  if (key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr || key == Qt::Key_Meta) return true;
+  return (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+}
+
+bool Moves_Cursor(int key) {
+  return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown ||
+         key == Qt::Key_Home || key == Qt::Key_End;
+}
+
+}  // namespace
+
+int Key_Code_Of(const QKeyEvent& event) {
+  if (const int special = Code_Of_Special_Key(event.key()); special != 0) return special;
+  if ((event.modifiers() & Qt::ControlModifier) != 0 && event.key() == Qt::Key_C) return code_of_c;
+  if (event.text().isEmpty()) return 0;
+  return Code_Of_Character(event.text().front(), (event.modifiers() & Qt::KeypadModifier) != 0);
+}
+
+int Shift_State_Of(const QKeyEvent& event) {
+  const auto held = event.modifiers();
+  return ((held & Qt::ShiftModifier) != 0 ? 1 : 0) + ((held & Qt::ControlModifier) != 0 ? ctrl_state : 0) +
+         ((held & Qt::AltModifier) != 0 ? 4 : 0);
+}
+
+Grid_Model::Grid_Model(const Grid& grid, QObject* parent) : QAbstractTableModel(parent), grid_(grid) {}
+
+void Grid_Model::Refresh() {
+  const bool resized = rows_ != grid_.Rows() - 1 || columns_ != grid_.Columns();
+  if (resized) beginResetModel();
+  rows_ = std::max(0, grid_.Rows() - 1);
+  columns_ = grid_.Columns();
+  if (resized) {
+    endResetModel();
+  } else if (rows_ > 0 && columns_ > 0) {
+    emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
+    emit headerDataChanged(Qt::Horizontal, 0, columns_ - 1);
+  }
+}
+
+int Grid_Model::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
+
+int Grid_Model::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : columns_; }
+
+/// Between a change of the grid and the next Refresh a paint may ask for a cell that has gone.
+QString Grid_Model::Cell_Text(int row, int column) const {
+  if (row >= grid_.Rows() || column >= grid_.Columns()) return {};
+  return QString::fromStdString(grid_.Text(row, column));
+}
+
+QVariant Grid_Model::data(const QModelIndex& index, int role) const {
+  switch (role) {
+    case Qt::DisplayRole: return Cell_Text(index.row() + 1, index.column());
+    case Qt::TextAlignmentRole: return int(Qt::AlignRight | Qt::AlignVCenter);
+    case Qt::FontRole: {
+      QFont font = qobject_cast<QWidget*>(parent())->font();
+      font.setBold(Is_Value(index.column()));
+      return font;
+    }
+    default: return {};
+  }
+}
+
+QVariant Grid_Model::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal) return {};
+  if (role == Qt::DisplayRole) return Cell_Text(0, section);
+  if (role == Qt::TextAlignmentRole) return int(Qt::AlignRight | Qt::AlignVCenter);
+  return {};
+}
+
+Table_Grid::Table_Grid(Grid& grid, const QString& name, QWidget* parent)
+    : QTableView(parent), grid_(grid), model_(new Grid_Model(grid, this)) {
+  setObjectName(name);
+  setModel(model_);
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(ContiguousSelection);
+  setEditTriggers(NoEditTriggers);
+  setVerticalScrollMode(ScrollPerItem);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setTabKeyNavigation(false);
+  setAlternatingRowColors(true);
+  setWordWrap(false);
+  verticalHeader()->hide();
+  verticalHeader()->setMinimumSectionSize(1);
+  horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  horizontalHeader()->setSectionsClickable(false);
+  horizontalHeader()->setHighlightSections(false);
+  Refresh();
+}
+
+void Table_Grid::Refresh() {
+  model_->Refresh();
+  const int columns = grid_.Columns();
+  setMinimumWidth(columns * fontMetrics().horizontalAdvance("-00000.0") + verticalScrollBar()->sizeHint().width());
+  Fit_Rows();
+  Show_Cursor();
+}
+
+void Table_Grid::Show_Cursor() {
+  if (model_->rowCount() == 0) return;
+  showing_ = true;
+  const QModelIndex anchor = model_->index(grid_.Row() - 1, grid_.Columns() - 1);
+  const QModelIndex end = model_->index(grid_.Row_Sel() - 1, grid_.Columns() - 1);
+  selectionModel()->setCurrentIndex(end, QItemSelectionModel::NoUpdate);
+  selectionModel()->select(QItemSelection(anchor, end),
+                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  showing_ = false;
+}
+
+void Table_Grid::Fit_Rows() {
+  const int rows = model_->rowCount();
+  if (rows == 0) return;
+  const int text_height = fontMetrics().height();
+  const int wanted = viewport()->height() / rows;
+  const int height = std::clamp(wanted, text_height + 1, text_height * 2);
+  if (verticalHeader()->defaultSectionSize() != height) verticalHeader()->setDefaultSectionSize(height);
+}
+
+void Table_Grid::keyPressEvent(QKeyEvent* event) {
+  const bool copy = event->matches(QKeySequence::Copy);
+  if (Is_Command_Key(*event) && !copy) return QTableView::keyPressEvent(event);
+  grid_.Set_Top_Row(verticalScrollBar()->value() + 1);
+  emit Key_Pressed(Key_Code_Of(*event), Shift_State_Of(*event));
+  if (Moves_Cursor(event->key())) return QTableView::keyPressEvent(event);
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    verticalScrollBar()->setValue(grid_.Top_Row() - 1);
+    scrollTo(currentIndex());
+  }
+  // Tab leaves the grid, as from any other control.
+  if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) return event->ignore();
+  event->accept();
+}
+
+void Table_Grid::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  Fit_Rows();
+}
+
+void Table_Grid::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange && model_ != nullptr) Refresh();
+}
+
+void Table_Grid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QTableView::selectionChanged(selected, deselected);
+  const QModelIndexList rows = selectionModel()->selectedRows();
+  if (showing_ || rows.isEmpty()) return;
+  const auto [first, last] = std::minmax_element(
+      rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.row() < b.row(); });
+  const int end = currentIndex().row();
+  const int anchor = end == first->row() ? last->row() : first->row();
+  emit Cell_Entered(anchor + 1, end + 1);
+}
+
+}  // namespace kx

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QTableView>
+
+#include "workspace/grid.h"
+
+namespace kx {
+
+/// The texts of a Grid as Qt's views read them. Row 0 of the grid is the header.
+class Grid_Model : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  Grid_Model(const Grid& grid, QObject* parent);
+
+  /// The grid's texts or size may have changed.
+  void Refresh();
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+ private:
+  [[nodiscard]] QString Cell_Text(int row, int column) const;
+  [[nodiscard]] bool Is_Value(int column) const { return column + 1 == columns_; }
+
+  const Grid& grid_;
+  int rows_ = 0;
+  int columns_ = 0;
+};
+
+/// A tuning table on screen: shows a Grid and reports what the user does to it; changes no text itself. Rows
+/// grow to fill the height, so that all entries of a table can be read at once.
+class Table_Grid : public QTableView {
+  Q_OBJECT
+
+ public:
+  Table_Grid(Grid& grid, const QString& name, QWidget* parent = nullptr);
+
+  /// Shows the grid's texts, size, cursor and first visible row.
+  void Refresh();
+
+ signals:
+  /// The user moved the cursor; rows count from 1.
+  void Cell_Entered(int row, int row_sel);
+
+  /// A key for the cell's line editor; the code is that of the character typed, see Key_Code_Of.
+  void Key_Pressed(int key_code, int shift_state);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+
+ private:
+  void Fit_Rows();
+  void Show_Cursor();
+
+  Grid& grid_;
+  Grid_Model* model_;
+  bool showing_ = false;  ///< the cursor is being set from the grid, not by the user
+};
+
+/// Code of a key as cells know it: taken from the character typed, 0 for a key that has none here.
+[[nodiscard]] int Key_Code_Of(const QKeyEvent& event);
+
+/// Bit 0 Shift, bit 1 Ctrl, bit 2 Alt.
+[[nodiscard]] int Shift_State_Of(const QKeyEvent& event);
+
+}  // namespace kx
