@@ -5,6 +5,8 @@
 #include <cmath>
 #include <numeric>
 
+#include "widgets/chart_look.h"
+
 namespace kx {
 namespace {
 
@@ -68,23 +70,8 @@ Line_Chart::Line_Chart(const QString& name, QWidget* parent)
 }
 
 void Line_Chart::Apply_Palette() {
-  const QColor ink = palette().color(QPalette::Text);
-  const QColor paper = palette().color(QPalette::Base);
+  Apply_Chart_Look(*this);
   const QColor accent = palette().color(QPalette::Highlight);
-  QColor faint = ink;
-  faint.setAlpha(45);
-  setBackground(paper);
-  for (QCPAxis* axis : {xAxis, yAxis}) {
-    axis->setBasePen(QPen(ink));
-    axis->setTickPen(QPen(ink));
-    axis->setSubTickPen(Qt::NoPen);
-    axis->setTickLabelColor(ink);
-    axis->setLabelColor(ink);
-    axis->setTickLabelFont(font());
-    axis->setLabelFont(font());
-    axis->grid()->setPen(QPen(faint, 0, Qt::DotLine));
-    axis->grid()->setZeroLinePen(QPen(faint, 0));
-  }
   QColor band = accent;
   band.setAlpha(50);
   selection_->setBrush(band);
@@ -94,17 +81,13 @@ void Line_Chart::Apply_Palette() {
   large.setBold(true);
   large.setPointSizeF(font().pointSizeF() * 1.4);
   read_out_->setFont(large);
-  read_out_->setColor(ink);
-  read_out_->setBrush(paper);
-  legend->setBrush(paper);
-  legend->setTextColor(ink);
-  legend->setFont(font());
-  legend->setBorderPen(QPen(faint));
+  read_out_->setColor(palette().color(QPalette::Text));
+  read_out_->setBrush(palette().color(QPalette::Base));
 }
 
 /// Graph 0 is the current entry's mark; the series follow, the table's own values first.
 void Line_Chart::Set_Series_Count(int count) {
-  static const std::array colours{QColor(31, 119, 180), QColor(214, 120, 20), QColor(120, 120, 120)};
+  static const std::array colours{Main_Line_Colour(), QColor(214, 120, 20), QColor(120, 120, 120)};
   while (graphCount() > count + 1) removeGraph(graphCount() - 1);
   while (graphCount() < count + 1) {
     QCPGraph* series = addGraph();

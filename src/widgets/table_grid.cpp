@@ -1,9 +1,9 @@
 #include "widgets/table_grid.h"
 
 #include <QEvent>
-#include <QFontDatabase>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <algorithm>
 
@@ -161,19 +161,57 @@ void Table_Grid::Fit_Rows() {
   if (verticalHeader()->defaultSectionSize() != height) verticalHeader()->setDefaultSectionSize(height);
 }
 
+/// The end of the selection moves; without @p extend the other end comes along.
+void Table_Grid::Move_Cursor(int key, bool extend) {
+  const int last = model_->rowCount();
+  const int page = std::max(1, viewport()->height() / std::max(1, rowHeight(0)) - 1);
+  int row = grid_.Row_Sel();
+  switch (key) {
+    case Qt::Key_Up: row -= 1; break;
+    case Qt::Key_Down: row += 1; break;
+    case Qt::Key_PageUp: row -= page; break;
+    case Qt::Key_PageDown: row += page; break;
+    case Qt::Key_Home: row = 1; break;
+    default: row = last; break;
+  }
+  row = std::clamp(row, 1, std::max(1, last));
+  emit Cell_Entered(extend ? grid_.Row() : row, row);
+  scrollTo(currentIndex());
+}
+
 void Table_Grid::keyPressEvent(QKeyEvent* event) {
-  const bool copy = event->matches(QKeySequence::Copy);
-  if (Is_Command_Key(*event) && !copy) return QTableView::keyPressEvent(event);
+  if (Is_Command_Key(*event) && !event->matches(QKeySequence::Copy)) return QTableView::keyPressEvent(event);
+  // Tab leaves the grid, as from any other control.
+  if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) return event->ignore();
   grid_.Set_Top_Row(verticalScrollBar()->value() + 1);
   emit Key_Pressed(Key_Code_Of(*event), Shift_State_Of(*event));
-  if (Moves_Cursor(event->key())) return QTableView::keyPressEvent(event);
+  if (Moves_Cursor(event->key())) Move_Cursor(event->key(), (event->modifiers() & Qt::ShiftModifier) != 0);
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     verticalScrollBar()->setValue(grid_.Top_Row() - 1);
     scrollTo(currentIndex());
   }
-  // Tab leaves the grid, as from any other control.
-  if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) return event->ignore();
   event->accept();
+}
+
+/// Entry under a point of the viewport, or the nearest one.
+int Table_Grid::Row_At(const QPoint& position) const {
+  if (position.y() < 0) return std::max(1, rowAt(0));
+  const int row = rowAt(position.y());
+  return row < 0 ? model_->rowCount() : row + 1;
+}
+
+void Table_Grid::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || model_->rowCount() == 0) return;
+  const int row = Row_At(event->pos());
+  emit Cell_Entered((event->modifiers() & Qt::ShiftModifier) != 0 ? grid_.Row() : row, row);
+}
+
+void Table_Grid::mouseMoveEvent(QMouseEvent* event) {
+  if ((event->buttons() & Qt::LeftButton) == 0 || model_->rowCount() == 0) return;
+  const int row = Row_At(event->pos());
+  if (row == grid_.Row_Sel()) return;
+  emit Cell_Entered(grid_.Row(), row);
+  scrollTo(currentIndex());
 }
 
 void Table_Grid::resizeEvent(QResizeEvent* event) {

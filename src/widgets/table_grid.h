@@ -51,6 +51,8 @@ class Table_Grid : public QTableView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
@@ -58,6 +60,8 @@ class Table_Grid : public QTableView {
  private:
   void Fit_Rows();
   void Show_Cursor();
+  void Move_Cursor(int key, bool extend);
+  [[nodiscard]] int Row_At(const QPoint& position) const;
 
   Grid& grid_;
   Grid_Model* model_;

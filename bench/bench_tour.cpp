@@ -1,0 +1,261 @@
+// A tour over the real forms and the real port object: everything a tuner does at the first sitting, against
+// the simulated box on a pseudo terminal, with a line for each step. Ends at the first step that fails.
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <cstdio>
+#include <functional>
+#include <stdexcept>
+
+#include "bench_folder.h"
+#include "boxlink/link_texts.h"
+#include "platform/qt/qt_seams.h"
+#include "platform/seams.h"
+#include "settings/image.h"
+#include "sim/image_file.h"
+#include "sim/pty_box.h"
+#include "widgets/table_grid.h"
+#include "workspace/BoostProgMain.h"
+
+namespace {
+
+using kx::CardByte;
+
+void Require(bool holds, const std::string& what) {
+  if (!holds) throw std::runtime_error(what);
+}
+
+/// Answers what a tuner would, and keeps every question for the journal.
+class Tour_Ask : public kx::platform::Ask {
+ public:
+  explicit Tour_Ask(std::string file) : file_(std::move(file)) {}
+  kx::platform::Answer Show(const kx::platform::Message& message) override {
+    questions += message.text + "\n";
+    const bool yes_no = message.buttons == kx::platform::Buttons::yes_no;
+    return yes_no ? kx::platform::Answer::yes : kx::platform::Answer::ok;
+  }
+  std::optional<std::string> Open_Name(const kx::platform::File_Question&) override { return file_; }
+  std::optional<std::string> Save_Name(const kx::platform::File_Question&) override { return file_; }
+
+  std::string questions;
+
+ private:
+  std::string file_;
+};
+
+class Tour {
+ public:
+  Tour(const QDir& out, Tour_Ask& ask, kx::sim::Pty_Box& box) : out_(out), ask_(ask), box_(box) {}
+
+  /// Runs all steps; false at the first that fails.
+  bool Run() {
+    return Step("start", [this] { Start(); }) && Step("read from the box", [this] { Read(); }) &&
+           Step("select three ignition entries, +", [this] { Raise_Ignition(); }) &&
+           Step("undo and repeat", [this] { Undo_And_Repeat(); }) &&
+           Step("type a fuel cell", [this] { Type_Fuel(); }) &&
+           Step("pictures of all tabs", [this] { Take_Pictures(); }) &&
+           Step("write to the box", [this] { Write(); }) && Step("verify", [this] { Verify(); }) &&
+           Step("save", [this] { Save(); }) && Step("open and compare 256 bytes", [this] { Open_Again(); });
+  }
+
+  void Keep_Journal() {
+    QFile journal(out_.filePath("journal.txt"));
+    if (!journal.open(QIODevice::WriteOnly)) return;
+    journal.write((journal_ + kx::Debug_txt.Text() + ask_.questions).c_str());
+  }
+
+ private:
+  bool Step(const char* name, const std::function<void()>& action) {
+    QElapsedTimer timer;
+    timer.start();
+    std::string reason;
+    try {
+      action();
+    } catch (const std::exception& failure) {
+      reason = failure.what();
+    }
+    std::printf("%-6s %-36s %8.1f ms  %s\n", reason.empty() ? "ok" : "FAILED", name,
+                static_cast<double>(timer.nsecsElapsed()) / 1e6, reason.c_str());
+    std::fflush(stdout);
+    return reason.empty();
+  }
+
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    auto* widget = form_->findChild<Widget*>(name);
+    Require(widget != nullptr, std::string("no control ") + name);
+    return widget;
+  }
+
+  void Click(const char* button) {
+    QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
+    QApplication::processEvents();
+  }
+
+  void Trigger(const char* entry) {
+    Find<QAction>(entry)->trigger();
+    QApplication::processEvents();
+  }
+
+  void Go_To(int main_tab, const char* sub_tabs, int sub_tab) {
+    Find<QTabWidget>("sstab_Main")->setCurrentIndex(main_tab);
+    if (sub_tabs != nullptr) Find<QTabWidget>(sub_tabs)->setCurrentIndex(sub_tab);
+    QApplication::processEvents();
+  }
+
+  void Start() {
+    form_ = std::make_unique<kx::BoostProgMain>();
+    form_->resize(1366, 740);
+    form_->show();
+    QApplication::processEvents();
+    Require(form_->windowTitle().endsWith("New1.kxs"), "title is " + form_->windowTitle().toStdString());
+  }
+
+  kx::Byte_Image Box_Image() {
+    const kx::sim::Image held = box_.With_Box([](kx::sim::Box& box) { return box.Contents().Master; });
+    kx::Byte_Image image;
+    for (int i = 0; i < kx::Byte_Image::size; ++i) image[i] = held[static_cast<std::size_t>(i)];
+    return image;
+  }
+
+  void Require_Status(const char* word) {
+    const std::string status = Find<QLineEdit>("rs232_text")->text().toStdString();
+    Require(status.starts_with(word), "status is " + status);
+  }
+
+  void Read() {
+    Click("Read_Settings");
+    Require_Status("Read finished ");
+    Require(CardByte == Box_Image(), "the tune is not what the box holds");
+    journal_ += kx::Debug_txt.Text();
+  }
+
+  void Raise_Ignition() {
+    Go_To(1, "SSTab_Ignition", 0);
+    auto* grid = Find<kx::Table_Grid>("Ig_MAP_Grid");
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(19, 2)).center());
+    QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
+    before_ = CardByte;
+    Click("plus");
+    int raised = 0;
+    for (int i = 0; i < kx::Byte_Image::size; ++i) raised += CardByte[i] == before_[i] + 1 ? 1 : 0;
+    Require(raised == 3, std::to_string(raised) + " entries went up, not 3");
+  }
+
+  void Undo_And_Repeat() {
+    const kx::Byte_Image raised = CardByte;
+    Trigger("edit_undo");
+    Require(CardByte == before_, "undo did not bring the tune back");
+    Click("plus");
+    Require(CardByte == raised, "the repeated step differs");
+  }
+
+  void Type_Fuel() {
+    Go_To(2, "SSTab_Fuel", 0);
+    auto* grid = Find<kx::Table_Grid>("Fuel_MAP_Grid");
+    grid->selectRow(11);
+    QTest::keyClicks(grid, "1.6");
+    constexpr int byte_of_1_6_ms = 136;
+    Require(CardByte[kx::map::fuel_load.first + 11] == byte_of_1_6_ms, "the typed cell was not stored");
+  }
+
+  void Write() {
+    Click("Write_Settings");
+    Require_Status("Write finished ");
+    const kx::Byte_Image box = Box_Image();
+    for (int i = 0; i <= kx::map::last_compared; ++i) {
+      Require(box[i] == CardByte[i], "byte " + std::to_string(i) + " did not reach the box");
+    }
+    journal_ += kx::Debug_txt.Text();
+  }
+
+  void Verify() {
+    Click("Verify_Settings");
+    Require_Status("Verify finished ");
+  }
+
+  void Save() {
+    Trigger("File_save_As");
+    Require(QFile::exists(out_.filePath("tour.kxs")), "no file");
+  }
+
+  void Open_Again() {
+    const kx::Byte_Image saved = CardByte;
+    Trigger("edit_undo");
+    Require(!(CardByte == saved), "undo changed nothing");
+    Trigger("File_open");
+    Require(CardByte == saved, "the file holds another tune");
+  }
+
+  void Take_Picture(const std::string& name) {
+    const QString path = out_.filePath(QString::fromStdString(name) + ".png");
+    Require(form_->grab().save(path), "no picture " + name);
+  }
+
+  void Take_Pictures() {
+    Go_To(0, nullptr, 0);
+    Take_Picture("general");
+    const std::array<std::pair<const char*, const char*>, 4> panels{
+        {{"SSTab_Ignition", "ignition"}, {"SSTab_Fuel", "fuel"}, {"SSTab_PWM", "pwm"}, {"SSTab_Analog", "analog"}}};
+    for (int tab = 0; tab < static_cast<int>(panels.size()); ++tab) {
+      const auto& [sub_tabs, name] = panels[static_cast<std::size_t>(tab)];
+      auto* control = Find<QTabWidget>(sub_tabs);
+      for (int sub_tab = 0; sub_tab < control->count(); ++sub_tab) {
+        if (!control->isTabVisible(sub_tab)) continue;
+        Go_To(tab + 1, sub_tabs, sub_tab);
+        Take_Picture(std::string(name) + "_" + std::to_string(sub_tab));
+      }
+    }
+  }
+
+  QDir out_;
+  Tour_Ask& ask_;
+  kx::sim::Pty_Box& box_;
+  std::unique_ptr<kx::BoostProgMain> form_;
+  kx::Byte_Image before_;
+  std::string journal_;
+};
+
+/// The box of the tour holds the shipped box image.
+kx::sim::Box Tour_Box(const QString& data) {
+  const auto image = kx::sim::Read_Image(data.toStdString() + "/demo_box.kxs");
+  Require(image.Error.empty(), image.Error);
+  kx::sim::Box_Contents contents;
+  contents.Master = image.Bytes;
+  return kx::sim::Box(contents);
+}
+
+int Run_Tour(const QDir& data) {
+  QDir out(QDir::current().absoluteFilePath("out"));
+  QFile::remove(out.filePath("tour.kxs"));
+  kx::sim::Pty_Box box{kx::sim::Line(Tour_Box(data.path()))};
+  const std::string trouble = box.Start();
+  Require(trouble.empty(), trouble);
+  kx::bench::Enter_Bench_Folder(data, QDir(out.filePath("work")), QString::fromStdString(box.Path()));
+  Tour_Ask ask(out.filePath("tour.kxs").toStdString());
+  kx::platform::Qt_Seams seams;
+  seams.Install();
+  kx::platform::seams.ask = &ask;
+  Tour tour(out, ask, box);
+  const bool passed = tour.Run();
+  tour.Keep_Journal();
+  return passed ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  try {
+    return Run_Tour(kx::bench::Data_Folder(argc, argv));
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "bench_tour: %s\n", failure.what());
+    return 1;
+  }
+}

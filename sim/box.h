@@ -1,0 +1,82 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kx::sim {
+
+/// The 256 bytes of one tune, in the order in which the wire carries them.
+using Image = std::array<std::uint8_t, 256>;
+
+/// What the box answered last. The order is that of the names in Command_Name().
+enum class Command { Info, Read_Master, Read_Slave, Write_Master, Write_Slave, Digit, Run_End, Close, Card };
+
+/// Number of values in Command.
+inline constexpr std::size_t Command_Count = 9;
+
+/// The word by which fault knobs name @p command: the command as sent, or "digit" for any hex digit.
+[[nodiscard]] std::string_view Command_Name(Command command);
+
+/// Everything that a box holds or reports. Plain data: whoever owns the box may change it between two feeds.
+struct Box_Contents {
+  Image Master{};
+  Image Slave{};                  ///< Answered to "rs" and written only while Slave_Present.
+  Image Card{};                   ///< The card in the box's socket; its byte 0 is never written from here.
+  std::string Firmware = "4.12";  ///< Text behind the banner, printable, without "Master" in it.
+  std::uint32_t Serial = 1234;    ///< 0..99999, or 0..65535 with Serial_As_Hex.
+  bool Serial_As_Hex = false;     ///< Report the serial number as four hex digits and "h".
+  std::uint8_t Dataset = 108;     ///< Layout generation of the image, reported as "SC ID".
+  std::string Status = "000";     ///< Three characters.
+  bool Slave_Present = false;
+  bool Card_Present = false;
+};
+
+/// @p master as a slave holds it: equal but for bit 3 of byte 1, which marks the slave.
+[[nodiscard]] Image As_Slave(Image master);
+
+/// A box at the far end of the serial line, without the line: characters in, characters out, no clock.
+///
+/// A command has no terminator, so a word counts as soon as its last character is there; characters that
+/// belong to no command are ignored without an answer. Any command ends a write run that was left open.
+class Box {
+ public:
+  explicit Box(Box_Contents contents = {});
+
+  /// Takes @p bytes as sent by the PC, one or many, and returns what the box sends back to them.
+  std::string Feed(std::string_view bytes);
+
+  /// Images, labels and switches, open to change.
+  [[nodiscard]] Box_Contents& Contents() { return contents_; }
+  [[nodiscard]] const Box_Contents& Contents() const { return contents_; }
+
+  /// The command to which the last non-empty answer belongs; Info before the first.
+  [[nodiscard]] Command Last_Command() const { return last_command_; }
+
+ private:
+  enum class Run_Target { None, Master, Slave, Card };
+
+  std::string Take(char c);
+  std::string Take_Command_Character(char c);
+  std::string Take_Run_Digit(char c, std::uint8_t nibble);
+  std::string Take_Card_Digit(std::uint8_t nibble);
+  std::string Answer(Command command, std::string text);
+  std::string Run(Command command);
+  std::string Begin_Card_Run();
+  std::string Begin_Run(Run_Target target, std::string prompt);
+  std::string End_Run();
+  void Store(std::uint8_t value);
+  [[nodiscard]] bool Run_Open() const;
+
+  Box_Contents contents_;
+  std::string pending_;  // start of a command word whose rest has not come yet
+  Run_Target target_ = Run_Target::None;
+  int offset_digits_left_ = 0;  // 2..1 while the start offset of a run is awaited
+  std::uint8_t offset_ = 0;     // where the next byte goes; steps by itself, modulo 256
+  std::optional<std::uint8_t> high_nibble_;
+  Command last_command_ = Command::Info;
+};
+
+}  // namespace kx::sim

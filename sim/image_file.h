@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "sim/box.h"
+
+namespace kx::sim {
+
+/// An image as read from a file; @p Error is empty when it was read wholly.
+struct Loaded_Image {
+  Image Bytes{};
+  std::string Error;
+};
+
+/// Reads the first 256 numbers of the tune file @p path, 0 to 255, parted by blanks, commas or line ends;
+/// what follows them is ignored. The Error names the file and what is wrong with it.
+[[nodiscard]] Loaded_Image Read_Image(const std::string& path);
+
+/// Writes @p image as a tune file, one number a line. Returns what is wrong, or an empty text.
+[[nodiscard]] std::string Write_Image(const std::string& path, const Image& image);
+
+}  // namespace kx::sim

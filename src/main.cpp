@@ -1,0 +1,15 @@
+#include <QApplication>
+
+#include "platform/qt/qt_seams.h"
+#include "workspace/BoostProgMain.h"
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("KXBench");
+  kx::platform::Qt_Seams seams;
+  seams.Install();
+  kx::BoostProgMain main_form;
+  main_form.resize(1280, 720);
+  main_form.show();
+  return QApplication::exec();
+}

@@ -1,0 +1,201 @@
+#include "workspace/BoostProgMain.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <array>
+
+#include "settings/brand.h"
+#include "settings/refresh.h"
+#include "workspace/box_settings.h"
+#include "workspace/history.h"
+#include "workspace/panels/Form_Helpers.h"
+#include "workspace/setting_file_commands.h"
+#include "workspace/shut_down.h"
+#include "workspace/start_up.h"
+#include "workspace/update_views.h"
+#include "workspace/view_hooks.h"
+
+namespace kx {
+namespace {
+
+/// Tab of sstab_Main and the core's note of which of its sub-tabs is on show, in the order of the tabs.
+constexpr std::array sub_tab_notes{&Shown_Tabs::SSTab_Ignition, &Shown_Tabs::SSTab_Fuel, &Shown_Tabs::SSTab_PWM,
+                                   &Shown_Tabs::SSTab_Analog};
+
+QAction* Entry(QMenu* menu, const QString& name, const QString& caption, const QKeySequence& keys,
+               void (*handler)()) {
+  QAction* action = menu->addAction(caption);
+  action->setObjectName(name);
+  action->setShortcut(keys);
+  On_Trigger(action, handler);
+  return action;
+}
+
+constexpr int side_width_in_characters = 40;
+
+}  // namespace
+
+BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
+  setObjectName("BoostProgMain");
+  Prepare_Start();
+  Make_Layout();
+  Make_Menus();
+  Set_Hooks();
+  Load_Event();
+  Show_Title();
+}
+
+BoostProgMain::~BoostProgMain() {
+  view_hooks = {};
+  refresh_hooks.show_title = {};
+}
+
+void BoostProgMain::Make_Layout() {
+  sstab_Main_ = new QTabWidget;
+  sstab_Main_->setObjectName("sstab_Main");
+  sstab_Main_->setDocumentMode(true);
+  general_ = new General_Panel;
+  fuel_ = new Fuel_Panel(controls_);
+  tables_ = {new Ignition_Panel(controls_), fuel_, new Pwm_Panel(controls_), new Analog_Panel(controls_)};
+  sstab_Main_->addTab(general_, "General");
+  const std::array captions{"Ignition", "Fuel", "PWM/Boost", "Analog"};
+  for (std::size_t i = 0; i < tables_.size(); ++i) {
+    sstab_Main_->addTab(tables_[i], captions[i]);
+    connect(tables_[i], &QTabWidget::currentChanged, this, &BoostProgMain::Tab_Changed);
+  }
+  connect(sstab_Main_, &QTabWidget::currentChanged, this, &BoostProgMain::Tab_Changed);
+
+  tblctrl_ = new Table_Control_Panel;
+  QSizePolicy kept = tblctrl_->sizePolicy();
+  kept.setRetainSizeWhenHidden(true);
+  tblctrl_->setSizePolicy(kept);
+  communication_ = new Communication_Panel;
+  auto* side = new QVBoxLayout;
+  side->addWidget(tblctrl_);
+  side->addWidget(communication_, 1);
+  auto* side_widget = new QWidget;
+  side_widget->setLayout(side);
+  side->setContentsMargins(0, 0, 0, 0);
+  side_widget->setFixedWidth(fontMetrics().averageCharWidth() * side_width_in_characters);
+
+  auto* all = new QWidget;
+  auto* layout = new QHBoxLayout(all);
+  layout->addWidget(sstab_Main_, 1);
+  layout->addWidget(side_widget);
+  setCentralWidget(all);
+  notification_ = new QLabel;
+  notification_->setObjectName("Label_Notification");
+  preset_status_ = new QLabel;
+  preset_status_->setObjectName("preset_status");
+  Follow(preset_status_, preset_status, [](QLabel* label, const QString& text) { label->setText(text); });
+  statusBar()->addWidget(notification_);
+  statusBar()->addWidget(preset_status_, 1);
+  config_ = std::make_unique<KX_Config>(controls_);
+  summary_ = std::make_unique<KX_Setting_Summary>();
+}
+
+void BoostProgMain::Make_Menus() {
+  QMenu* file = menuBar()->addMenu("&File");
+  Entry(file, "File_open", "&Open...", QKeySequence::Open, File_open_Click);
+  Entry(file, "File_save", "&Save", QKeySequence::Save, File_save_Click);
+  Entry(file, "File_save_As", "Save &As...", QKeySequence("Ctrl+Shift+S"), File_save_As_Click);
+  file->addSeparator();
+  QAction* leave = file->addAction("E&xit");
+  leave->setObjectName("File_exit");
+  connect(leave, &QAction::triggered, this, &QWidget::close);
+  QMenu* edit = menuBar()->addMenu("&Edit");
+  Entry(edit, "edit_undo", "&Undo", QKeySequence("Ctrl+Z"), Undo);
+  Entry(edit, "edit_redo", "&Redo", QKeySequence("Ctrl+Y"), Redo);
+  QMenu* settings = menuBar()->addMenu("&Settings");
+  QAction* config = settings->addAction("&Box settings...", QKeySequence("F2"), this, [this] { Show_Form(*config_); });
+  config->setObjectName("Box_Settings");
+  QAction* summary = settings->addAction("Setting &summary...", QKeySequence("F3"), this, [this] {
+    summary_->Open_With_Box_Settings();
+  });
+  summary->setObjectName("Setting_Summary");
+  QMenu* help = menuBar()->addMenu("&Help");
+  help->menuAction()->setObjectName("Help_menu");
+  help->menuAction()->setVisible(Brand_Has_Help_Menu());
+  QAction* link = Entry(help, "Help_wwwlink", QString::fromStdString(Link_Caption), {}, Open_Help_Link);
+  link->setEnabled(!Download_Link.empty());
+  Entry(help, "Help_about", "&About", {}, Show_About);
+}
+
+void BoostProgMain::Set_Hooks() {
+  Install_Refresh_Hooks();
+  view_hooks.show_values = [this] { Show_Values(); };
+  view_hooks.show_layout = [this] { Show_Layout(); };
+  view_hooks.show_table = [this](Table table) { Show_Table(table); };
+  view_hooks.show_scalar = [this](const Scalar_Row& row) { controls_.Show(row); };
+  view_hooks.show_choice = [this](const Choice_Row& row) { controls_.Show(row); };
+  view_hooks.show_temp_chart = [this] { fuel_->Show_Temperature_Chart(); };
+  refresh_hooks.show_title = [this] { Show_Title(); };
+}
+
+void BoostProgMain::Show_Values() {
+  general_->Show_Values();
+  for (Tables_Panel* panel : tables_) panel->Show_Values();
+  controls_.Show_All();
+  Apply_Availability();
+}
+
+/// What the preset and the tune make available: depends on values and layout alike, so both show it.
+void BoostProgMain::Apply_Availability() {
+  for (Tables_Panel* panel : tables_) panel->Show_Layout();
+  sstab_Main_->setTabVisible(main_tab::fuel, config_state.SSTab_Fuel);
+  sstab_Main_->setTabVisible(main_tab::pwm, config_state.SSTab_PWM);
+  config_->Show_Layout();
+}
+
+void BoostProgMain::Show_Layout() {
+  for (Tables_Panel* panel : tables_) panel->Show_Values();
+  Apply_Availability();
+  tblctrl_->setVisible(view_state.tblctrl);
+  communication_->Show_Layout();
+}
+
+void BoostProgMain::Show_Title() { setWindowTitle(QString::fromStdString(Title_Prefix + Title_Text())); }
+
+void BoostProgMain::Show_Table(Table table) {
+  for (Tables_Panel* panel : tables_) {
+    if (Table_Page* page = panel->Page_Of(table)) page->Show_Values();
+  }
+}
+
+void BoostProgMain::Tab_Changed() {
+  shown_tabs.sstab_Main = sstab_Main_->currentIndex();
+  for (std::size_t i = 0; i < tables_.size(); ++i) shown_tabs.*sub_tab_notes[i] = tables_[i]->currentIndex();
+  Guarded(Shown_Tab_Changed);
+}
+
+void BoostProgMain::Show_Form(QWidget& form) {
+  form.show();
+  form.raise();
+  form.activateWindow();
+}
+
+/// Box settings go down and come back with the main form.
+void BoostProgMain::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange || config_ == nullptr) return;
+  if (isMinimized()) {
+    config_was_visible_ = config_->isVisible();
+    config_->hide();
+  } else if (config_was_visible_) {
+    config_was_visible_ = false;
+    config_->show();
+  }
+}
+
+void BoostProgMain::closeEvent(QCloseEvent* event) {
+  notification_->setText("Remove MapCard from reader to close the program");
+  notification_->repaint();
+  Begin_Shutdown();
+  config_->close();
+  summary_->close();
+  event->accept();
+}
+
+}  // namespace kx

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QTabWidget>
+
+#include <memory>
+
+#include "workspace/KX_Config.h"
+#include "workspace/KX_Setting_Summary.h"
+#include "workspace/panels/Analog_Panel.h"
+#include "workspace/panels/Communication_Panel.h"
+#include "workspace/panels/Fuel_Panel.h"
+#include "workspace/panels/General_Panel.h"
+#include "workspace/panels/Ignition_Panel.h"
+#include "workspace/panels/Pwm_Panel.h"
+#include "workspace/panels/Table_Control_Panel.h"
+
+namespace kx {
+
+/// The main form: the tune as tabs of tables, the table tools and the link to the box. A shell of panels;
+/// making it runs the start of the program.
+class BoostProgMain : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit BoostProgMain(QWidget* parent = nullptr);
+  ~BoostProgMain() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void Make_Layout();
+  void Make_Menus();
+  void Set_Hooks();
+  void Show_Values();
+  void Show_Layout();
+  void Apply_Availability();
+  void Show_Title();
+  void Show_Table(Table table);
+  void Tab_Changed();
+
+  static void Show_Form(QWidget& form);
+
+  Control_Index controls_;
+  QTabWidget* sstab_Main_;
+  General_Panel* general_;
+  Fuel_Panel* fuel_;
+  std::vector<Tables_Panel*> tables_;
+  Table_Control_Panel* tblctrl_;
+  Communication_Panel* communication_;
+  QLabel* notification_;
+  QLabel* preset_status_;
+  std::unique_ptr<KX_Config> config_;
+  std::unique_ptr<KX_Setting_Summary> summary_;
+  bool config_was_visible_ = false;  ///< before the main form was minimised
+};
+
+}  // namespace kx

@@ -1,0 +1,201 @@
+#include "workspace/KX_Config.h"
+
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "boxlink/link_texts.h"
+#include "settings/image.h"
+#include "settings/presets.h"
+#include "settings/refresh.h"
+#include "workspace/box_settings.h"
+#include "workspace/panels/Form_Helpers.h"
+
+namespace kx {
+namespace {
+
+constexpr const char* show_advanced = "View Advanced Configuration";
+constexpr const char* hide_advanced = "Hide Advanced Configuration";
+
+QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+/// A group of lists, one below the other.
+Control_Group* Lists(const QString& name, const QString& title, Control_Index& index,
+                     std::initializer_list<const char*> controls) {
+  auto* group = new Control_Group(name, title, index);
+  for (const char* control : controls) group->Choice(control);
+  return group;
+}
+
+}  // namespace
+
+KX_Config::KX_Config(Control_Index& index, QWidget* parent) : QWidget(parent, Qt::Window), index_(index) {
+  setObjectName("KX_Config");
+  auto* page = new QWidget;
+  auto* frames = new QVBoxLayout(page);
+  frames->addWidget(Make_Standard(index));
+  frames->addWidget(Make_Advanced(index));
+  frames->addWidget(Make_Development());
+  frames->addStretch(1);
+  auto* area = new QScrollArea;
+  area->setObjectName("VScroll1");
+  area->setWidgetResizable(true);
+  area->setWidget(page);
+
+  view_advanced_ = new QPushButton(show_advanced);
+  view_advanced_->setObjectName("cmd_View_Advanced");
+  connect(view_advanced_, &QPushButton::clicked, this, &KX_Config::View_Advanced);
+  auto* ok = new QPushButton("OK");
+  ok->setObjectName("OKButton");
+  On_Click(ok, [this] {
+    OKButton_Click();
+    hide();
+    if (parentWidget() != nullptr) parentWidget()->activateWindow();
+  });
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(view_advanced_);
+  buttons->addStretch(1);
+  buttons->addWidget(ok);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(area, 1);
+  layout->addLayout(buttons);
+  advanced_->hide();
+  development_->hide();
+  resize(fontMetrics().averageCharWidth() * 92, fontMetrics().height() * 42);
+}
+
+QWidget* KX_Config::Make_Standard(Control_Index& index) {
+  auto* frame = new QGroupBox("Standard box settings");
+  frame->setObjectName("config_frame_a");
+  Make_Preset_List();
+  auto* preset = new QGroupBox("Model Presets");
+  auto* preset_line = new QHBoxLayout(preset);
+  preset_line->addWidget(presets_, 1);
+  preset_line->addWidget(dataset_);
+  table_unit_ = Lists("Frame3", "Degres or [%] in Ignition tables", index, {"igtable_mode_combo"});
+  Make_Rpm_Indicator(index);
+  resolution_ = Lists("Rpm_Res_Frame", "Fuel RPM table resolution", index, {"Res_500"});
+  auto* boost = Lists("Boost_Frame", "Boost", index, {"boost_combo"});
+  boost->Scalar("boost_limit_scroll");
+  boost->Scalar("An2_func_Scroll");
+  pulses_ = new Control_Group("Rpm_Calc_Frame", "Ignition pulses", index);
+  pulses_->Scalar("rpm_calc_scroll");
+  pulses_->Scalar("rpm_calc_scroll_s");
+  auto* sync = Lists("Analog_Sync_Frame", "Analog input syncronisation", index,
+                     {"an_sync_check(0)", "an_sync_check(1)", "an_sync_check(2)", "an_sync_check(3)"});
+  auto* ignition = Lists("Ignition_Mode_Frame", "Ignition", index, {"ig_mode_combo", "ig_mode_slave_combo"});
+  auto* layout = new QVBoxLayout(frame);
+  for (QWidget* widget : std::initializer_list<QWidget*>{preset, table_unit_, indicator_, resolution_, boost, pulses_,
+                                                         ignition, sync}) {
+    layout->addWidget(widget);
+  }
+  return frame;
+}
+
+void KX_Config::Make_Preset_List() {
+  presets_ = new QComboBox;
+  presets_->setObjectName("Mod_combo");
+  dataset_ = new QLabel;
+  dataset_->setObjectName("Dataset_label");
+  connect(presets_, &QComboBox::activated, this, [](int index) { Guarded([index] { Mod_combo_Chosen(index); }); });
+}
+
+void KX_Config::Make_Rpm_Indicator(Control_Index& index) {
+  indicator_ = new Control_Group("Rpm_Indicator_Frame", "RPM Indicator (Led 2)", index);
+  indicator_->Scalar("HScroll3");
+  auto* typed = qobject_cast<QLineEdit*>(index.Text_Control("gear_shift"));
+  typed->setReadOnly(false);
+  typed->setFocusPolicy(Qt::StrongFocus);
+  typed->setMaxLength(gear_shift_length);
+  connect(typed, &QLineEdit::returnPressed, this, [typed] {
+    Guarded([typed] { gear_shift_Entered(typed->text().toStdString()); });
+  });
+}
+
+QWidget* KX_Config::Make_Advanced(Control_Index& index) {
+  advanced_ = new QGroupBox("Advanced box settings");
+  advanced_->setObjectName("config_frame_b");
+  auto* precision = Lists("Precision_Frame", "Ignition and air temperature", index,
+                          {"ignrpm_tblprec_combo", "IAT_in_combo"});
+  auto* fuel = Lists("Fuel_Strategy_Frame", "Fuel enrichment", index, {"boost_enable_combo", "ae_combo", "ae_combo2"});
+  auto* maf = Lists("MAF_Sim_Frame", "MAF simulation", index,
+                    {"MAFSIM_enable", "mafsim_combo", "mafsim_out_combo", "mafsim_limit_combo"});
+  auto* io = Lists("IO_Mode_Frame", "KX Digital I/O mode", index, {"io_combo"});
+  sequential_ = Lists("Frame4", "Sequential fuel or not", index, {"Sequential_Fuel_opt"});
+  in_boost_ = new Control_Group("In_Boost_Frame", "in boost level", index);
+  in_boost_->Scalar("inboostlevel");
+  auto* role = Lists("KX_Mode_Frame", "KX mode", index, {"master"});
+  auto* layout = new QVBoxLayout(advanced_);
+  for (QWidget* widget : std::initializer_list<QWidget*>{precision, fuel, maf, io, sequential_, in_boost_, role}) {
+    layout->addWidget(widget);
+  }
+  return advanced_;
+}
+
+QWidget* KX_Config::Make_Development() {
+  development_ = new QGroupBox("View cardbyte");
+  development_->setObjectName("Development_frame");
+  auto* image = new QPlainTextEdit;
+  image->setObjectName("uncoded");
+  image->setReadOnly(true);
+  image->setMinimumHeight(fontMetrics().height() * 14);
+  Follow(image, uncoded, [](QPlainTextEdit* view, const QString& text) {
+    const int caret = view->textCursor().position();
+    view->setPlainText(text);
+    QTextCursor cursor = view->textCursor();
+    cursor.setPosition(std::min(caret, view->document()->characterCount() - 1));
+    view->setTextCursor(cursor);
+  });
+  image->viewport()->installEventFilter(this);
+  auto* bypass = new QPushButton("BY PASS MODE");
+  bypass->setObjectName("PassBy_Mode_Button");
+  bypass->setCheckable(true);
+  On_Click(bypass, [bypass] {
+    bypass->setChecked(false);
+    bypass->setChecked(PassBy_Mode_Button_Click());
+  });
+  auto* note = new QLabel("This will clear all settings! Only possible if Boost control connected to IGNB.");
+  note->setWordWrap(true);
+  auto* layout = new QVBoxLayout(development_);
+  layout->addWidget(image);
+  layout->addWidget(bypass);
+  layout->addWidget(note);
+  return development_;
+}
+
+bool KX_Config::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonRelease) Guarded(uncoded_Click);
+  return QWidget::eventFilter(watched, event);
+}
+
+void KX_Config::View_Advanced() {
+  const bool show = !advanced_->isVisibleTo(this);
+  advanced_->setVisible(show);
+  development_->setVisible(show);
+  view_advanced_->setText(show ? hide_advanced : show_advanced);
+}
+
+void KX_Config::Show_Layout() {
+  setWindowTitle("Box settings " + Text(Title_Text()));
+  const QSignalBlocker quiet(presets_);
+  if (presets_->count() != static_cast<int>(Preset_List.size())) {
+    presets_->clear();
+    for (const Preset& preset : Preset_List) presets_->addItem(Text(preset.name));
+  }
+  presets_->setCurrentIndex(User_Preset);
+  dataset_->setText("Dataset " + QString::number(DatasetID));
+  table_unit_->setEnabled(config_state.Frame3);
+  findChild<QWidget*>("HScroll3")->setEnabled(config_state.HScroll3);
+  index_.Text_Control("gear_shift")->setEnabled(config_state.gear_shift);
+  resolution_->setEnabled(config_state.Rpm_Res_Frame);
+  findChild<QRadioButton*>("Res_250")->setText(Text(config_state.Res_250));
+  pulses_->setEnabled(config_state.Rpm_Calc_Frame);
+  sequential_->setEnabled(config_state.Frame4);
+  in_boost_->setEnabled(config_state.In_Boost_Frame);
+  advanced_->setEnabled(config_state.config_frame_b);
+}
+
+}  // namespace kx

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include "workspace/panels/Control_Group.h"
+
+namespace kx {
+
+/// "Box settings": the configuration bits of the tune and the model preset. Every control writes at once.
+class KX_Config : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit KX_Config(Control_Index& index, QWidget* parent = nullptr);
+
+  /// Preset list, dataset, what is enabled, and the title, after Update_All and Update_Tabs.
+  void Show_Layout();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QWidget* Make_Standard(Control_Index& index);
+  QWidget* Make_Advanced(Control_Index& index);
+  QWidget* Make_Development();
+  void Make_Preset_List();
+  void Make_Rpm_Indicator(Control_Index& index);
+  void View_Advanced();
+
+  Control_Index& index_;
+  QComboBox* presets_;
+  QLabel* dataset_;
+  Control_Group* table_unit_;
+  Control_Group* indicator_;
+  Control_Group* resolution_;
+  Control_Group* pulses_;
+  Control_Group* sequential_;
+  Control_Group* in_boost_;
+  QGroupBox* advanced_;
+  QGroupBox* development_;
+  QPushButton* view_advanced_;
+};
+
+}  // namespace kx

@@ -1,0 +1,72 @@
+#include "workspace/KX_Setting_Summary.h"
+
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "workspace/panels/Form_Helpers.h"
+#include "workspace/setting_summary.h"
+#include "workspace/summary_commands.h"
+
+namespace kx {
+
+KX_Setting_Summary::KX_Setting_Summary(QWidget* parent) : QMainWindow(parent), text_(new QPlainTextEdit) {
+  setObjectName("KX_Setting_Summary");
+  setWindowTitle("Setting summary viewer");
+  text_->setObjectName("txt_SettingSummary");
+  text_->setReadOnly(true);
+  text_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  text_->setTabStopDistance(text_->fontMetrics().horizontalAdvance(' ') * 8);
+  Follow(text_, txt_SettingSummary, [](QPlainTextEdit* view, const QString& text) { view->setPlainText(text); });
+  auto* box_settings = new QPushButton("Box settings");
+  box_settings->setObjectName("cmd_View_Box_Settings");
+  On_Click(box_settings, Update_Readable_Setting_Window);
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(box_settings);
+  buttons->addStretch(1);
+  layout->addLayout(buttons);
+  layout->addWidget(text_, 1);
+  setCentralWidget(page);
+  Make_Menus();
+  resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 42);
+}
+
+void KX_Setting_Summary::Make_Menus() {
+  const auto entry = [](QMenu* menu, const QString& name, const QString& caption, const QKeySequence& keys,
+                        auto handler) {
+    QAction* action = menu->addAction(caption);
+    action->setObjectName(name);
+    action->setShortcut(keys);
+    On_Trigger(action, handler);
+  };
+  QMenu* file = menuBar()->addMenu("&File");
+  entry(file, "Open", "&Open...", QKeySequence::Open, Summary_Open_Click);
+  entry(file, "Save_File", "&Save", QKeySequence::Save, Summary_Save_File_Click);
+  entry(file, "SaveAs", "Save &As...", QKeySequence("Ctrl+Shift+S"), Summary_SaveAs_Click);
+  entry(file, "Print", "&Print...", QKeySequence::Print, [this] { Print(); });
+  QMenu* view = menuBar()->addMenu("&View");
+  entry(view, "View_box_settings", "&Box settings", {}, Update_Readable_Setting_Window);
+}
+
+void KX_Setting_Summary::Open_With_Box_Settings() {
+  Guarded(Update_Readable_Setting_Window);
+  show();
+  raise();
+  activateWindow();
+}
+
+/// The platform's dialog; without a printer it offers a PDF file.
+void KX_Setting_Summary::Print() {
+  QPrinter printer(QPrinter::HighResolution);
+  QPrintDialog dialog(&printer, this);
+  if (dialog.exec() == QDialog::Accepted) text_->print(&printer);
+}
+
+}  // namespace kx

@@ -1,0 +1,92 @@
+#include "workspace/analog2.h"
+
+#include "settings/image.h"
+#include "settings/message.h"
+#include "settings/numbers.h"
+#include "settings/refresh.h"
+#include "workspace/curve_generator.h"
+
+namespace kx {
+
+Shown_Text an_gain;
+Shown_Text an_offset;
+
+namespace {
+
+/// List indexes of an2_combo.
+constexpr int limit = 0;
+constexpr int curve = 1;
+constexpr int trimmed_limit = 2;
+constexpr int boost_activated = 3;
+
+constexpr double zero_offset = 128;  ///< byte of an offset of 0 V
+constexpr double most_volts = 5;
+constexpr double most_gain = 255;
+constexpr double most_offset = 2.49;  ///< V either way in the byte of the offset
+
+double Number_In(const Shown_Text& box) {
+  const auto number = Whole_Number_Text(box.Text());
+  if (!number) Fail_Type_Mismatch();
+  return *number;
+}
+
+void Compute_Curve() {
+  const double gain = Number_In(an_gain);
+  const double offset = Number_In(an_offset) * counts_a_volt;
+  for (int entry = 1; entry <= An2Points; ++entry) {
+    CardByte[map::analog2.first + entry - 1] = To_Byte(Generator_Counts(entry, gain, offset));
+  }
+}
+
+void Store_Gain() {
+  if (Number_In(an_gain) > most_gain) an_gain.Set("255");
+  if (Number_In(an_gain) < 0) {
+    Tell("Negative numbers in Gain not alowed in MODE 1");
+    an_gain.Set("0");
+  }
+  CardByte[map::an_gain] = To_Byte(Number_In(an_gain));
+}
+
+void Store_Offset() {
+  const double offset = Number_In(an_offset);
+  if (offset > most_offset || offset < -most_offset) {
+    Tell("In MODE 1, Offset must be between -2,5 to +2,49 Volt");
+    an_offset.Set("0");
+  }
+  CardByte[map::an_offset] = To_Byte(Number_In(an_offset) * counts_a_volt + zero_offset);
+}
+
+}  // namespace
+
+Analog2_Frames Analog2_Frames_Shown() {
+  const int mode = Get_Field(map::an2_mode);
+  return {mode == limit || mode == trimmed_limit, mode == curve, mode == boost_activated,
+          mode != boost_activated};
+}
+
+void Fill_Curve_Boxes() {
+  an_gain.Set(Number_Text(CardByte[map::an_gain]));
+  an_offset.Set(Format((CardByte[map::an_offset] - zero_offset) / counts_a_volt, "0.00"));
+}
+
+void Command12_Click() {
+  if (an_gain.Text().empty()) {
+    return Tell("Please specify base percentage and offset for preset calculation");
+  }
+  if (an_offset.Text().empty()) an_offset.Set("0");
+  if (Number_In(an_offset) > most_volts) an_offset.Set("5");
+  const int mode = Get_Field(map::an2_mode);
+  if (mode == curve) Compute_Curve();
+  if (mode == limit || mode == trimmed_limit) {
+    Store_Gain();
+    Store_Offset();
+  }
+  Update_All();
+}
+
+void Reset_Analog2_State() {
+  an_gain.Set("");
+  an_offset.Set("");
+}
+
+}  // namespace kx

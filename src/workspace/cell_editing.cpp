@@ -1,0 +1,113 @@
+#include "workspace/cell_editing.h"
+
+#include "platform/seams.h"
+#include "settings/image.h"
+#include "settings/numbers.h"
+#include "settings/text_encoding.h"
+#include "workspace/history.h"
+#include "workspace/table_operations.h"
+#include "workspace/view_hooks.h"
+
+namespace kx {
+
+bool Fresh_Cell = false;
+
+namespace {
+
+/// Digit of a key code of the main block or the keypad; -1 for another key.
+int Digit_Of(int key_code) {
+  if (key_code >= 48 && key_code <= 57) return key_code - 48;
+  if (key_code >= 96 && key_code <= 105) return key_code - 96;
+  return -1;
+}
+
+std::string With_Digit(int digit, const std::string& text) {
+  const std::string kept = Fresh_Cell ? "" : text;
+  Fresh_Cell = false;
+  return kept + std::to_string(digit);
+}
+
+/// The point leaves the cell fresh, so that a first digit after it still replaces the whole text.
+std::string With_Point(char point, const std::string& text) {
+  return text.find_first_of(".,") == std::string::npos ? text + point : text;
+}
+
+std::string Without_Last(const std::string& text) {
+  Fresh_Cell = false;
+  return text.substr(0, text.empty() ? 0 : text.size() - 1);
+}
+
+void Copy_Fuel_Load_Bytes() {
+  std::string text;
+  for (int byte = map::fuel_load.first; byte <= map::fuel_load.Last(); ++byte) {
+    text += std::to_string(CardByte[byte]) + Crlf();
+  }
+  platform::seams.desktop->Set_Clipboard_Text(text);
+}
+
+bool Go_Down(Grid& grid) {
+  if (grid.Row() + 1 >= grid.Rows()) return false;
+  grid.Select(grid.Row() + 1, grid.Row() + 1);
+  grid.Set_Top_Row(grid.Top_Row() + 1);
+  Fresh_Cell = true;
+  return true;
+}
+
+void Show_Chart_Point(Table table, int row, double value) {
+  Chart& chart = Chart_Of(Chart_Beside(table));
+  chart.current = row;
+  const auto point = static_cast<std::size_t>(row - 1);
+  if (!chart.series.empty() && point < chart.series[0].values.size()) chart.series[0].values[point] = value;
+}
+
+/// Limits the typed text of the current cell, shows it in grid and chart, and stores its byte.
+void Store_Typed(Table table, Grid& grid, std::string text) {
+  const Table_Row& row = Row_Of(table);
+  const Edit_Form form = Edit_Form_Of(table, false);
+  if (const auto limit = Broken_Typing_Limit(form, Val_Any(text))) text = Number_Text(*limit);
+  grid.Set_Text(grid.Row(), row.text_column, text);
+  const double value = Val_Any(text);
+  Show_Chart_Point(table, grid.Row(), value);
+  CardByte[Edited_Byte(table, grid.Row())] = Typed_To(form, value);
+}
+
+}  // namespace
+
+std::string KeyEdit(int key_code, const std::string& text) {
+  if (const int digit = Digit_Of(key_code); digit >= 0) return With_Digit(digit, text);
+  switch (key_code) {
+    case key::backspace: return Without_Last(text);
+    case key::delete_key: return "";
+    case key::keypad_point:
+    case key::full_stop: return With_Point('.', text);
+    case key::comma: return With_Point(',', text);
+    case key::minus: Fresh_Cell = false; return "-";
+    default: return text;
+  }
+}
+
+void Grid_Enter_Cell(Table table, int row, int row_sel) {
+  Grid& grid = Grid_Of(table);
+  grid.Select(row, row_sel);
+  Fresh_Cell = true;
+  Chart_Of(Chart_Beside(table)).current = grid.Row();
+}
+
+void Grid_Key_Down(Table table, int key_code, int shift_state) {
+  Grid& grid = Grid_Of(table);
+  const Table_Row& row = Row_Of(table);
+  if (row.captures_typing) Capture_History();
+  (void)Edit_Form_Of(table, false);
+  if (table == Table::fuel_load && key_code == key::letter_c && shift_state == key::ctrl_state) {
+    return Copy_Fuel_Load_Bytes();
+  }
+  if (key_code != key::enter || !Go_Down(grid)) {
+    const std::string& text = grid.Text(grid.Row(), row.text_column);
+    const std::string edited = KeyEdit(key_code, text);
+    if (edited != text && grid.Row() >= row.first_row) Store_Typed(table, grid, edited);
+  }
+  Chart_Of(Chart_Beside(table)).current = grid.Row();
+  Show_Table(table);
+}
+
+}  // namespace kx

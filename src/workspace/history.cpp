@@ -1,0 +1,58 @@
+#include "workspace/history.h"
+
+#include <algorithm>
+#include <array>
+
+#include "settings/image.h"
+#include "settings/refresh.h"
+
+namespace kx {
+
+int Undo_Index = 0;
+
+namespace {
+
+std::array<Byte_Image, undo_slots> undo_store;
+
+constexpr int last_slot = undo_slots - 1;
+
+Byte_Image& Slot() { return undo_store.at(static_cast<std::size_t>(Undo_Index)); }
+
+void Load_Slot() {
+  Undo_Busy = true;
+  CardByte = Slot();
+  Update_All();
+  Undo_Busy = true;
+  Update_Tabs();
+  Undo_Busy = false;
+}
+
+}  // namespace
+
+void Capture_History() {
+  if (Undo_Busy) return;
+  Slot() = CardByte;
+  ++Undo_Index;
+  if (Undo_Index <= last_slot) return;
+  Undo_Index = last_slot;
+  std::shift_left(undo_store.begin(), undo_store.end(), 1);
+}
+
+void Undo() {
+  if (Undo_Index < 1) return;
+  --Undo_Index;
+  Load_Slot();
+}
+
+void Redo() {
+  if (Undo_Index >= last_slot) return;
+  ++Undo_Index;
+  Load_Slot();
+}
+
+void Reset_History() {
+  undo_store = {};
+  Undo_Index = 0;
+}
+
+}  // namespace kx

@@ -1,0 +1,101 @@
+#include "workspace/panels/Analog_Panel.h"
+
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "workspace/analog2.h"
+#include "workspace/panels/Form_Helpers.h"
+#include "workspace/view_hooks.h"
+
+namespace kx {
+namespace {
+
+constexpr int analog1_tab = 0;
+constexpr int maf_output_tab = 2;
+constexpr int maf_limit_tab = 3;
+
+QLineEdit* Number_Box(const QString& name, Shown_Text& text) {
+  auto* box = new QLineEdit;
+  box->setObjectName(name);
+  box->setAlignment(Qt::AlignRight);
+  Bind_Text(box, text);
+  return box;
+}
+
+}  // namespace
+
+Analog_Panel::Analog_Panel(Control_Index& index, QWidget* parent) : Tables_Panel("SSTab_Analog", parent) {
+  an1_help_ = Add_Page("Analog1 out", Table::analog1, {Chart_Id::an1_out_chart})->Add_Help("Label_AN1");
+  Make_Analog2(index);
+  Add_Page("MAF-Sim", Table::maf_output, {Chart_Id::MAFSim_chart})
+      ->Add_Help("Label_MAFSim", "Enter the desired MAF-signal for each RPM*MAP");
+  Add_Page("MAF-Sim limit", Table::maf_limit, {Chart_Id::MAFSim_limit_chart});
+}
+
+/// The tab shows An2out_frame or, while the output is not available, only the notification.
+void Analog_Panel::Make_Analog2(Control_Index& index) {
+  an2_notification_ = Named_Text("Label_Analog2_notification", "Analog 2 out is disabled");
+  auto* mode = new Control_Group("an2_mode_frame", {}, index);
+  mode->Choice("an2_combo");
+  limit_help_ = Named_Text("Label_AN2_limitexplain");
+  limit_frame_ = Plain_Frame("an2_limit_frame", limit_help_);
+  function_frame_ = Plain_Frame("an2_func_set", Named_Text("Label_AN2_function",
+                                                           "The table sets the voltage on Analog 2 out for each "
+                                                           "voltage on Analog 2 in."));
+  activation_frame_ = new Control_Group("an2_activation_frame", "Boost sensor activated output", index);
+  activation_frame_->Scalar("Boost_activ_level_AN2_scroll");
+  activation_frame_->Scalar("AN2_level_scroll");
+  generator_ = Make_Generator();
+  an2_page_ = Add_Page("Analog2 out", Table::analog2, {Chart_Id::an2_out_limchart, Chart_Id::an2_out_chart},
+                       [this, mode](Table_Page* page) {
+                         auto* inside = new QWidget;
+                         auto* framed = new QVBoxLayout(inside);
+                         framed->setContentsMargins(0, 0, 0, 0);
+                         framed->addWidget(mode);
+                         framed->addWidget(activation_frame_);
+                         framed->addWidget(page, 1);
+                         framed->addStretch(0);
+                         an2_frame_ = Plain_Frame("An2out_frame", inside);
+                         auto* tab = new QWidget;
+                         auto* layout = new QVBoxLayout(tab);
+                         layout->addWidget(an2_notification_, 0, Qt::AlignTop);
+                         layout->addWidget(an2_frame_, 1);
+                         return tab;
+                       });
+  an2_page_->Add_Above(limit_frame_);
+  an2_page_->Add_Above(function_frame_);
+  an2_page_->Add_Below(generator_);
+}
+
+QWidget* Analog_Panel::Make_Generator() {
+  auto* frame = new QGroupBox("Curve generator");
+  frame->setObjectName("Curve_Generator_Frame");
+  auto* run = new QPushButton("Generate");
+  run->setObjectName("Command12");
+  On_Click(run, Command12_Click);
+  auto* layout = new QGridLayout(frame);
+  layout->addWidget(new QLabel("Gain         Offset"), 0, 0, 1, 2);
+  layout->addWidget(Number_Box("an_gain", an_gain), 1, 0);
+  layout->addWidget(Number_Box("an_offset", an_offset), 1, 1);
+  layout->addWidget(run, 1, 2);
+  return frame;
+}
+
+void Analog_Panel::Show_Layout() {
+  setTabVisible(analog1_tab, view_state.analog1_tab);
+  setTabVisible(maf_output_tab, view_state.maf_output_tab);
+  setTabVisible(maf_limit_tab, view_state.maf_limit_tab);
+  an1_help_->setText(QString::fromStdString(view_state.Label_AN1));
+  an2_frame_->setVisible(view_state.An2out_frame);
+  an2_notification_->setVisible(!view_state.An2out_frame);
+  const Analog2_Frames frames = Analog2_Frames_Shown();
+  limit_help_->setText(QString::fromStdString(view_state.Label_AN2_limitexplain));
+  limit_frame_->setVisible(frames.an2_limit_frame);
+  function_frame_->setVisible(frames.an2_func_set);
+  activation_frame_->setVisible(frames.an2_activation_frame);
+  an2_page_->setVisible(frames.an2_out_grid);
+}
+
+}  // namespace kx

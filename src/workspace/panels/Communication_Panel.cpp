@@ -1,0 +1,127 @@
+#include "workspace/panels/Communication_Panel.h"
+
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <array>
+
+#include "boxlink/box_info.h"
+#include "boxlink/link_texts.h"
+#include "boxlink/protocol.h"
+#include "boxlink/sync_engine.h"
+#include "settings/brand.h"
+#include "settings/refresh.h"
+#include "workspace/panels/Form_Helpers.h"
+#include "workspace/update_views.h"
+#include "workspace/view_hooks.h"
+
+namespace kx {
+namespace {
+
+constexpr int card_tab = 0;
+constexpr int box_tab = 1;
+constexpr int buttons_a_row = 3;
+
+/// A button of the box side. The placeholder shows in the status line while the button is pressed.
+struct Link_Button {
+  const char* name;
+  const char* caption;
+  const char* tip;
+  const char* placeholder;
+  void (*handler)();
+};
+
+constexpr std::array link_buttons{
+    Link_Button{"Read_Settings", "Read", "Read the tune out of the box", "< ..... >", Read_Settings_Click},
+    Link_Button{"Write_Settings", "Write", "Write the bytes that differ to the box, then verify", "< ..... >",
+                Write_Settings_Click},
+    Link_Button{"Verify_Settings", "Verify", "Compare the tune with the box", "< ..... >", Verify_Settings_Click},
+    Link_Button{"Connect_Info", "Info", "Ask the box who it is", "<------>", Connect_Info_Click},
+    Link_Button{"Command3", "Com test", "Try to open each of the ports 1 to 40", "", Command3_Click},
+};
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+/// A read-only text view of a core text that keeps its end in sight.
+QPlainTextEdit* Text_View(const QString& name, Shown_Text& text) {
+  auto* view = new QPlainTextEdit;
+  view->setObjectName(name);
+  view->setReadOnly(true);
+  Follow(view, text, [](QPlainTextEdit* shown, const QString& all) {
+    shown->setPlainText(all);
+    shown->moveCursor(QTextCursor::End);
+  });
+  return view;
+}
+
+QLineEdit* Status_Line() {
+  auto* line = new QLineEdit;
+  line->setObjectName("rs232_text");
+  line->setReadOnly(true);
+  Follow(line, rs232_text, [](QLineEdit* shown, const QString& text) {
+    shown->setText(text);
+    shown->setCursorPosition(0);
+  });
+  Follow(line, rs232_tool_tip, [](QLineEdit* shown, const QString& text) { shown->setToolTip(text); });
+  return line;
+}
+
+}  // namespace
+
+Communication_Panel::Communication_Panel(QWidget* parent) : QTabWidget(parent) {
+  setObjectName("SSTab_Communication");
+  addTab(new QWidget, Text(Card_Tab_Caption));
+  setTabVisible(card_tab, false);
+  addTab(Make_Box_Tab(), Text(Box_Tab_Caption));
+  connect(this, &QTabWidget::currentChanged, this, [](int tab) {
+    if (!Undo_Busy) Guarded([tab] { Communication_Tab_Changed(tab); });
+  });
+}
+
+QWidget* Communication_Panel::Make_Buttons() {
+  auto* buttons = new QWidget;
+  auto* layout = new QGridLayout(buttons);
+  layout->setContentsMargins(0, 0, 0, 0);
+  int place = 0;
+  for (const Link_Button& row : link_buttons) {
+    auto* button = new QPushButton(row.caption);
+    button->setObjectName(row.name);
+    button->setToolTip(row.tip);
+    const std::string placeholder = row.placeholder;
+    if (!placeholder.empty()) {
+      connect(button, &QPushButton::pressed, this, [placeholder] { rs232_text.Set(placeholder); });
+    }
+    On_Click(button, row.handler);
+    transfer_buttons_.push_back(button);
+    layout->addWidget(button, place / buttons_a_row, place % buttons_a_row);
+    ++place;
+  }
+  on_transfer_change = [alive = QPointer(this)] {
+    if (alive) alive->Enable_Transfers(!Transfer_Running());
+  };
+  return buttons;
+}
+
+void Communication_Panel::Enable_Transfers(bool enabled) {
+  for (QPushButton* button : transfer_buttons_) button->setEnabled(enabled);
+}
+
+QWidget* Communication_Panel::Make_Box_Tab() {
+  auto* box = new QWidget;
+  auto* layout = new QVBoxLayout(box);
+  layout->addWidget(Make_Buttons());
+  layout->addWidget(Status_Line());
+  layout->addWidget(Text_View("Debug_txt", Debug_txt), 3);
+  auto* port_test = Text_View("Text1", Text1);
+  port_test->setPlaceholderText("Result of the port test");
+  layout->addWidget(port_test, 1);
+  return box;
+}
+
+void Communication_Panel::Show_Layout() {
+  if (!isTabVisible(view_state.communication_tab)) return;
+  const QSignalBlocker quiet(this);
+  setCurrentIndex(view_state.communication_tab);
+}
+
+}  // namespace kx

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QLineEdit>
+#include <QPointer>
+#include <functional>
+
+#include "settings/message.h"
+#include "settings/shown_text.h"
+
+namespace kx {
+
+/// Runs @p handler under the last guard when @p button is clicked by the user.
+template <typename Handler>
+void On_Click(QAbstractButton* button, Handler handler) {
+  QObject::connect(button, &QAbstractButton::clicked, button, [handler] { Guarded(handler); });
+}
+
+/// The same for a menu entry.
+template <typename Handler>
+void On_Trigger(QAction* action, Handler handler) {
+  QObject::connect(action, &QAction::triggered, action, [handler] { Guarded(handler); });
+}
+
+/// Calls @p show with the widget whenever the core changes @p text, as long as the widget lives.
+template <typename Widget, typename Show>
+void Follow(Widget* widget, Shown_Text& text, Show show) {
+  text.On_Change([alive = QPointer<Widget>(widget), &text, show] {
+    if (alive) show(alive.data(), QString::fromStdString(text.Text()));
+  });
+  show(widget, QString::fromStdString(text.Text()));
+}
+
+/// Keeps a one-line box and the core's text of it the same, both ways.
+inline void Bind_Text(QLineEdit* box, Shown_Text& text) {
+  Follow(box, text, [](QLineEdit* line, const QString& shown) { line->setText(shown); });
+  QObject::connect(box, &QLineEdit::textEdited, box, [&text](const QString& typed) {
+    text.Typed(typed.toStdString());
+  });
+}
+
+}  // namespace kx

@@ -1,0 +1,133 @@
+#include "workspace/panels/Fuel_Panel.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "workspace/box_settings.h"
+#include "workspace/temperature_chart.h"
+
+namespace kx {
+namespace {
+
+constexpr int air_temperature_tab = 3;
+
+QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+/// A group without a border of its own, for a part of another frame.
+Control_Group* Bare_Group(const QString& name, Control_Index& index) {
+  auto* group = new Control_Group(name, {}, index);
+  group->setFlat(true);
+  group->layout()->setContentsMargins(0, 0, 0, 0);
+  return group;
+}
+
+}  // namespace
+
+Fuel_Panel::Fuel_Panel(Control_Index& index, QWidget* parent) : Tables_Panel("SSTab_Fuel", parent) {
+  Table_Page* load = Add_Page("Fuel Load", Table::fuel_load, {Chart_Id::FuelMapChart});
+  load_base_ = new Control_Group("Fuel_Load_Base_Frame", "Base fuel load", index);
+  load_base_->Choice("fuel_pos_combo");
+  load_base_->Choice("fuel_neg_combo");
+  load->Add_Below(load_base_);
+  Add_Page("Fuel RPM", Table::fuel_rpm, {Chart_Id::FuelRpmChart});
+  Add_Scrolled("Fuel options", Make_Options(index));
+  Add_Scrolled("IAT Fuel", Make_Air_Temperature(index));
+}
+
+QWidget* Fuel_Panel::Make_Options(Control_Index& index) {
+  enrichment_ = new Control_Group("Enrich_Mode_Frame", "Boost fuel enrichment method", index);
+  enrichment_->Choice("Ext_stock");
+  calibration_ = new Control_Group("Inj_Cal_Frame", "Base fuel calibration", index);
+  calibration_->Help("Set percentage of original injector pulse to be used.");
+  calibration_->Scalar("inj_cal_factor_scroll");
+  acceleration_ = new Control_Group("AE_Frame", "Acceleration enrichment", index);
+  acceleration_->Scalar("afe_thr_scroll");
+  acceleration_->Scalar("afe_gain_scroll", 2);
+  acceleration_->Scalar("afe_sus_scroll");
+  auto* limits = new Control_Group("Fuel_Cut_Frame", "Fuel cut and forced injection", index);
+  for (const char* name : {"rpm_limit_scroll", "rpm_openinj_scroll", "volt_openinj_scroll", "pulse_openinj_scroll"}) {
+    limits->Scalar(name);
+  }
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
+  auto* top = new QHBoxLayout;
+  top->addWidget(enrichment_);
+  top->addWidget(calibration_, 1);
+  layout->addLayout(top);
+  layout->addWidget(acceleration_);
+  layout->addWidget(limits);
+  layout->addWidget(Make_Trim(index));
+  layout->addStretch(1);
+  return page;
+}
+
+QWidget* Fuel_Panel::Make_Trim(Control_Index& index) {
+  auto* trim = new Control_Group("Injector_Trim_Frame", "Injector trim", index);
+  trim->Choice("Ind_Trim_Option(0)");
+  trim_heading_ = Named_Text("Label25");
+  trim->Wide(trim_heading_);
+  common_trim_ = Bare_Group("Common_Trim_Frame", index);
+  calibration_->Wide(common_trim_);
+  auto* first = Bare_Group("First_Trim_Frame", index);
+  first->Scalar("scroll(36)");
+  first_trim_ = first;
+  master_trim_ = Bare_Group("Master_Trim_Frame", index);
+  master_trim_->Wide(first_trim_);
+  for (const char* name : {"scroll(37)", "scroll(38)", "scroll(39)", "scroll(24)"}) master_trim_->Scalar(name);
+  auto* slave = Bare_Group("Slave_Trim_Frame", index);
+  for (const char* name : {"scroll(25)", "scroll(26)", "scroll(27)", "scroll(28)", "scroll(29)"}) slave->Scalar(name);
+  trim_frame_ = new QWidget;
+  trim_frame_->setObjectName("Fuel_trim");
+  auto* sides = new QHBoxLayout(trim_frame_);
+  sides->setContentsMargins(0, 0, 0, 0);
+  sides->addWidget(master_trim_);
+  sides->addWidget(slave);
+  trim->Wide(trim_frame_);
+  return trim;
+}
+
+QWidget* Fuel_Panel::Make_Air_Temperature(Control_Index& index) {
+  auto* correction = new Control_Group("IAT_Frame", "Fuel correction by intake air temperature", index);
+  for (const char* name : {"scroll(7)", "scroll(8)", "scroll(9)", "scroll(10)"}) correction->Scalar(name);
+  chart_ = new Xy_Chart("Coolant_Chart", Temperature_Chart::title, Temperature_Chart::x_title,
+                        Temperature_Chart::y_title);
+  low_limit_ = Named_Text("L_IA_Temp_label");
+  high_limit_ = Named_Text("H_IA_Temp_label");
+  high_limit_->setAlignment(Qt::AlignRight);
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
+  layout->addWidget(correction);
+  layout->addWidget(chart_, 1);
+  auto* limits = new QHBoxLayout;
+  limits->addWidget(low_limit_);
+  limits->addWidget(high_limit_);
+  layout->addLayout(limits);
+  return page;
+}
+
+void Fuel_Panel::Show_Layout() {
+  load_base_->setEnabled(config_state.Fuel_Load_Base_Frame);
+  enrichment_->setEnabled(config_state.Enrich_Mode_Frame);
+  calibration_->setEnabled(config_state.Inj_Cal_Frame);
+  acceleration_->setEnabled(config_state.AE_Frame);
+  trim_frame_->setEnabled(config_state.Fuel_trim);
+  trim_heading_->setText(Text(config_state.Label25));
+  Control_Group* place = config_state.Fuel_trim ? master_trim_ : common_trim_;
+  if (first_trim_->parentWidget() != place) qobject_cast<QGridLayout*>(place->layout())->addWidget(first_trim_, 0, 0, 1, 5);
+  setTabEnabled(air_temperature_tab, config_state.IAT_Fuel_tab);
+}
+
+void Fuel_Panel::Show_Temperature_Chart() {
+  QVector<double> x;
+  QVector<double> y;
+  for (const auto& point : Coolant_Chart.points) {
+    if (!Coolant_Chart.has_sensor) break;
+    x.append(point.temperature);
+    y.append(point.correction);
+  }
+  chart_->Show(x, y, {Coolant_Chart.axis_min, Coolant_Chart.axis_max}, Temperature_Chart::divisions);
+  low_limit_->setText(Text(Coolant_Chart.L_IA_Temp_label));
+  high_limit_->setText(Text(Coolant_Chart.H_IA_Temp_label));
+}
+
+}  // namespace kx

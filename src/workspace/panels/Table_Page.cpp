@@ -1,0 +1,72 @@
+#include "workspace/panels/Table_Page.h"
+
+#include <QHBoxLayout>
+
+#include "settings/message.h"
+#include "workspace/cell_editing.h"
+#include "workspace/view_hooks.h"
+
+namespace kx {
+namespace {
+
+QString Name_Of(std::string_view name) { return QString::fromUtf8(name.data(), static_cast<int>(name.size())); }
+
+constexpr int grid_share = 2;
+constexpr int chart_share = 5;
+
+}  // namespace
+
+Table_Page::Table_Page(Table table, std::initializer_list<Chart_Id> charts, QWidget* parent)
+    : QWidget(parent),
+      table_(table),
+      above_(new QVBoxLayout),
+      below_(new QVBoxLayout),
+      grid_(new Table_Grid(Grid_Of(table), Name_Of(Row_Of(table).grid), this)) {
+  auto* right = new QVBoxLayout;
+  right->addLayout(above_);
+  for (const Chart_Id id : charts) {
+    auto* chart = new Line_Chart(Name_Of(chart_names[static_cast<std::size_t>(id)]), this);
+    charts_[id] = chart;
+    right->addWidget(chart, 1);
+    connect(chart, &Line_Chart::Entries_Picked, this, [this](int row, int row_sel) {
+      Grid_Enter_Cell(table_, row, row_sel);
+      grid_->setFocus();
+      Show_Values();
+    });
+  }
+  right->addLayout(below_);
+  auto* all = new QHBoxLayout(this);
+  all->addWidget(grid_, grid_share);
+  all->addLayout(right, chart_share);
+  connect(grid_, &Table_Grid::Cell_Entered, this, [this](int row, int row_sel) {
+    Grid_Enter_Cell(table_, row, row_sel);
+    Show_Values();
+  });
+  connect(grid_, &Table_Grid::Key_Pressed, this, [this](int key_code, int shift_state) {
+    Guarded([&] { Grid_Key_Down(table_, key_code, shift_state); });
+  });
+}
+
+QLabel* Table_Page::Add_Help(const QString& name, const QString& text) {
+  auto* label = new QLabel(text, this);
+  label->setObjectName(name);
+  label->setWordWrap(true);
+  Add_Above(label);
+  return label;
+}
+
+void Table_Page::Add_Above(QWidget* widget) { above_->addWidget(widget); }
+
+void Table_Page::Add_Below(QWidget* widget) { below_->addWidget(widget); }
+
+void Table_Page::Show_Values() {
+  const Grid& grid = Grid_Of(table_);
+  const Chart_Id beside = Chart_Beside(table_);
+  for (const auto& [id, chart] : charts_) {
+    chart->setVisible(id == beside);
+    if (id == beside) chart->Show(Chart_Of(id), grid.Sel_Start(), grid.Sel_Start() + grid.Sel_Count());
+  }
+  grid_->Refresh();
+}
+
+}  // namespace kx

@@ -1,0 +1,102 @@
+#include "workspace/setting_file_commands.h"
+
+#include <string>
+
+#include "platform/files.h"
+#include "platform/seams.h"
+#include "settings/image.h"
+#include "settings/ini_file_adm.h"
+#include "settings/message.h"
+#include "settings/refresh.h"
+#include "settings/session.h"
+#include "settings/setting_file.h"
+#include "settings/text_encoding.h"
+#include "workspace/history.h"
+
+namespace kx {
+namespace {
+
+constexpr const char* directory_key = "card_data_dir";
+
+/// What a refused file must leave as it was, besides the tune itself.
+struct File_State {
+  std::string file = card_data_file;
+  std::string directory = card_data_dir;
+  std::string title = Title_Text();
+  std::string description = txt_File_Description.Text();
+
+  void Restore() const {
+    card_data_file = file;
+    card_data_dir = directory;
+    Write_Key(directory_key, directory);
+    Set_Title(title);
+    txt_File_Description.Set(description);
+  }
+};
+
+void Take_Name(const std::string& full_name) {
+  const std::size_t bare = full_name.find_last_of('/') + 1;
+  card_data_file = full_name.substr(bare);
+  card_data_dir = full_name.substr(0, bare);
+  Set_Title(card_data_file);
+}
+
+bool Accept_Dataset() {
+  const int found = CardByte[map::dataset];
+  if (found == DatasetID) return true;
+  return Confirm("File has different dataset ID (" + std::to_string(found) +
+                 ") than currently selected in preferences (" + std::to_string(DatasetID) + "), load anyway?" +
+                 Crlf() + "(Dataset ID is not changed.)");
+}
+
+void Load(const std::string& full_name) {
+  const File_State before;
+  Capture_History();
+  Take_Name(full_name);
+  Write_Key(directory_key, card_data_dir);
+  std::string bytes;
+  const bool readable = platform::Read_Whole_File(full_name, bytes).Ok();
+  const auto parsed = readable ? Parse_Setting_File(bytes) : std::nullopt;
+  if (!parsed) {
+    before.Restore();
+    Refresh_Whole_Image();
+    return Tell("Not a kxs-file");
+  }
+  txt_File_Description.Set(parsed->description);
+  CardByte = parsed->image;
+  if (!Accept_Dataset()) {
+    Undo();
+    return before.Restore();
+  }
+  Refresh_Whole_Image();
+}
+
+void Save() {
+  if (card_data_file.empty()) return;
+  Set_Title(card_data_file);
+  Write_Key(directory_key, card_data_dir);
+  Stamp_Image();
+  const std::string bytes = Print_Setting_File(CardByte, txt_File_Description.Text());
+  const auto result = platform::Replace_File(card_data_dir + card_data_file, bytes);
+  if (!result.Ok()) Tell(result.reason, platform::Icon::critical);
+}
+
+}  // namespace
+
+void File_open_Click() {
+  const auto name = platform::seams.ask->Open_Name(
+      {"Open", "Box setting files  *.kxs | *.kxs| All files *.* | *.*", card_data_dir, "", "kxs"});
+  if (name) Load(*name);
+}
+
+void File_save_Click() { Save(); }
+
+void File_save_As_Click() {
+  const auto name = platform::seams.ask->Save_Name(
+      {"Save As", "Box setting file *.kxs|*.kxs", card_data_dir, card_data_file, "kxs"});
+  if (!name || name->empty()) return;
+  Take_Name(*name);
+  Save();
+}
+
+}  // namespace kx

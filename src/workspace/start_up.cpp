@@ -1,0 +1,73 @@
+#include "workspace/start_up.h"
+
+#include "boxlink/link_state.h"
+#include "platform/files.h"
+#include "platform/seams.h"
+#include "sensors/definition_file.h"
+#include "sensors/load_axes.h"
+#include "sensors/sensor_store.h"
+#include "settings/brand.h"
+#include "settings/build_profile.h"
+#include "settings/byte_notes.h"
+#include "settings/image.h"
+#include "settings/ini_file_adm.h"
+#include "settings/message.h"
+#include "settings/presets.h"
+#include "settings/refresh.h"
+#include "settings/session.h"
+#include "workspace/analog2.h"
+#include "workspace/box_settings.h"
+#include "workspace/history.h"
+#include "workspace/setting_summary.h"
+#include "workspace/summary_commands.h"
+#include "workspace/table_limits.h"
+#include "workspace/tables.h"
+#include "workspace/update_views.h"
+#include "workspace/view_hooks.h"
+
+namespace kx {
+namespace {
+
+void Reset_State() {
+  Reset_Refresh_State();
+  Reset_Image_State();
+  Reset_Session_State();
+  Reset_Ini_State();
+  Reset_Preset_State();
+  Reset_Byte_Notes_State();
+  Reset_Sensor_State();
+  Reset_Load_Axes_State();
+  Reset_Link_State();
+  Reset_Table_State();
+  Reset_Table_Limits();
+  Reset_View_State();
+  Reset_History();
+  Reset_Analog2_State();
+  Reset_Box_Settings();
+  Reset_Setting_Summary();
+  Reset_Summary_Commands();
+}
+
+}  // namespace
+
+void Prepare_Start() {
+  Reset_State();
+  start_dir = platform::Working_Directory();
+  Reset_Brand_State();
+  Set_Brand(Brand);
+}
+
+void Load_Event() {
+  if (const auto interface = Read_Key("Default_Interface")) Default_Interface = *interface;
+  Init_MAF_Sim();
+  Init_ini_file();
+  Init_Default_Settings(build::start_mode);
+  Refresh_Whole_Image();
+  Show_Right_Tabs();
+}
+
+void Show_About() { Tell(About_Text(), platform::Icon::information, Program_Name); }
+
+void Open_Help_Link() { platform::seams.desktop->Open_With_Handler(Download_Link); }
+
+}  // namespace kx

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace kx {
+
+/// Connects the refreshes that the lower subsystems ask for (settings/refresh.h) with the views of this
+/// subsystem. Called once at start, before the load event.
+void Install_Refresh_Hooks();
+
+/// The tab on show has changed by the user: prepares its limits and the table tools.
+void Shown_Tab_Changed();
+
+/// The user has changed the tab of SSTab_Communication; kept in the configuration.
+void Communication_Tab_Changed(int tab);
+
+}  // namespace kx

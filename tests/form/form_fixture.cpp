@@ -1,0 +1,52 @@
+#include "form_fixture.h"
+
+#include <QAction>
+#include <QPushButton>
+#include <QTest>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/seams.h"
+#include "workspace/tables.h"
+
+namespace kx {
+
+void Form_Fixture::SetUp() {
+  std::filesystem::copy(KXBENCH_DATA, folder_.Path(), std::filesystem::copy_options::recursive);
+  std::filesystem::current_path(folder_.Path());
+  qt_.Install();
+  platform::seams.ask = &ask_;
+  form_ = std::make_unique<BoostProgMain>();
+  form_->resize(1366, 740);
+  form_->show();
+  QApplication::processEvents();
+}
+
+void Form_Fixture::TearDown() {
+  form_.reset();
+  std::filesystem::current_path("/");
+  platform::seams = {};
+}
+
+void Form_Fixture::Show(Table table) {
+  const Table_Row& row = Row_Of(table);
+  Find<QTabWidget>("sstab_Main")->setCurrentIndex(row.tab);
+  qobject_cast<QTabWidget*>(Find<QTabWidget>("sstab_Main")->widget(row.tab))->setCurrentIndex(row.sub_tab);
+  QApplication::processEvents();
+}
+
+void Form_Fixture::Click(const char* button) {
+  QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
+  QApplication::processEvents();
+}
+
+void Form_Fixture::Trigger(const char* entry) {
+  Find<QAction>(entry)->trigger();
+  QApplication::processEvents();
+}
+
+void Form_Fixture::Write_File(const std::string& name, const std::string& bytes) {
+  std::ofstream(folder() + name, std::ios::binary) << bytes;
+}
+
+}  // namespace kx

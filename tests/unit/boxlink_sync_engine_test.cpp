@@ -1,0 +1,395 @@
+#include "boxlink/sync_engine.h"
+
+#include "boxlink/box_info.h"
+#include "boxlink/protocol.h"
+#include "settings/failure.h"
+#include "support/link_fixture.h"
+
+namespace kx {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr auto slave_question =
+    "This will force KX-system to enter slave mode. Do you really want to continue?";
+constexpr auto dataset_question =
+    "The System has different dataset ID (107) than currently selected in preferences (108), load anyway?\r\n"
+    "(Dataset ID is not changed.)";
+
+class Sync_Engine : public test::Link_Fixture {
+ protected:
+  Sync_Engine() {
+    card_data_file = "Track day.kxs";
+    refresh_hooks.update_all = [this] { refreshed_ += 'a'; };
+    refresh_hooks.update_tabs = [this] { refreshed_ += 't'; };
+  }
+  /// Every way out of a transfer leaves the line free and the modes unset.
+  void TearDown() override {
+    EXPECT_FALSE(Transfer_Running() || Verify_Mode || Write_Mode || Write_Verify);
+    EXPECT_EQ(MSComm1.PortOpen(), port_stays_open_);
+  }
+
+  void Set_Faults(const std::string& knobs) {
+    const auto parsed = sim::Parse_Faults(knobs);
+    ASSERT_EQ(parsed.Error, "");
+    line_.Set_Faults(parsed.Knobs);
+  }
+  [[nodiscard]] static std::string Journal() { return test::Without_Times(Debug_txt.Text()); }
+  [[nodiscard]] static std::string Status() { return test::Without_Times(rs232_text.Text()); }
+  std::uint8_t& Master(int i) { return Box().Master[static_cast<std::size_t>(i)]; }
+  std::uint8_t& Slave(int i) { return Box().Slave[static_cast<std::size_t>(i)]; }
+
+  /// What was sent to write, without the queries around it.
+  [[nodiscard]] std::string Written() const {
+    const std::string sent = port_.Sent();
+    const std::size_t first = sent.find("bw");
+    return first == std::string::npos ? "" : sent.substr(first, sent.find("ue") - first);
+  }
+
+  std::string refreshed_;
+  bool port_stays_open_ = false;
+};
+
+TEST_F(Sync_Engine, Read_Loads_The_Tune) {
+  CardByte = {};
+  Debug_txt.Set("older");
+  Read_Settings_Click();
+  EXPECT_EQ(CardByte, test::Sample_Tune());
+  EXPECT_EQ(Journal(), "Read started T|Read finished T|");
+  EXPECT_EQ(Status(), "Read finished T");
+  EXPECT_EQ(card_data_file, "Track day.kxs");
+  EXPECT_EQ(refreshed_, "at");
+  EXPECT_EQ(port_.Sent(), "vrd");
+  EXPECT_EQ(rs232_text.Text().substr(14), "10:00:00");
+}
+
+TEST_F(Sync_Engine, Read_Without_A_Box_Leaves_The_Port_Open_And_The_Next_One_Works) {
+  port_stays_open_ = true;
+  CardByte = {};
+  Set_Faults("refuse");
+  Debug_txt.Set("older|");
+  Read_Settings_Click();
+  EXPECT_EQ(Journal(), "older|Read aborted T|");
+  EXPECT_EQ(Status(), "Read aborted T");
+  EXPECT_EQ(CardByte, Byte_Image());
+  EXPECT_TRUE(MSComm1.PortOpen());
+  Set_Faults("");
+  port_.Arrive("what came in between");
+  Read_Settings_Click();
+  EXPECT_EQ(CardByte, test::Sample_Tune());
+  port_stays_open_ = false;
+}
+
+TEST_F(Sync_Engine, A_Read_That_Fails_Keeps_The_Tune_But_Not_Its_File_Name) {
+  Master(100) ^= 1;
+  for (const char* knobs : {"on=rd,refuse", "on=rd,half", "on=rd,delay=1.1", "on=rd,drop=3"}) {
+    Set_Faults(knobs);
+    clock_.Advance(2);  // nothing of the last answer is on its way any more
+    card_data_file = "Track day.kxs";
+    ask_.Expect("Could not read");
+    Read_Settings_Click();
+    EXPECT_EQ(CardByte, test::Sample_Tune()) << knobs;
+    EXPECT_EQ(Journal(), "Read started T|Read aborted T|") << knobs;
+    EXPECT_EQ(Status(), "Read aborted T") << knobs;
+    EXPECT_EQ(card_data_file, "ReadFromBox.kxs");
+    EXPECT_EQ(Title_Text(), "ReadFromBox.kxs");
+  }
+}
+
+TEST_F(Sync_Engine, Read_Takes_Lower_Case_And_Blocks_Without_A_Marker) {
+  CardByte = {};
+  Set_Faults("lower");
+  Read_Settings_Click();
+  EXPECT_EQ(CardByte, test::Sample_Tune());
+  Set_Faults("no_marker");
+  Read_Settings_Click();
+  EXPECT_EQ(CardByte[0], 255);  // "rd"
+  EXPECT_EQ(CardByte[1], 0);    // CR LF
+  EXPECT_EQ(CardByte[255], (test::Sample_Tune()[252] & 0x0F) << 4 | test::Sample_Tune()[253] >> 4);
+}
+
+TEST_F(Sync_Engine, Read_Asks_About_Another_Dataset) {
+  Box().Dataset = 107;
+  CardByte[100] ^= 1;
+  const Byte_Image before = CardByte;
+  ask_.Expect(dataset_question, platform::Answer::cancel);
+  Read_Settings_Click();
+  EXPECT_EQ(CardByte, before);
+  EXPECT_EQ(Journal(), "Read started T|Read aborted T|");
+  EXPECT_EQ(card_data_file, "ReadFromBox.kxs");
+  ask_.Expect(dataset_question, platform::Answer::ok);
+  Read_Settings_Click();
+  EXPECT_EQ(CardByte, test::Sample_Tune());
+  EXPECT_EQ(DatasetID, 108);
+}
+
+TEST_F(Sync_Engine, A_View_That_Fails_Is_Reported_In_The_Status) {
+  refresh_hooks.update_all = [] {
+    Undo_Busy = true;
+    Fail_Overflow();
+  };
+  Read_Settings_Click();
+  EXPECT_EQ(Status(), "< Error in updateing >");
+  EXPECT_FALSE(Undo_Busy);
+}
+
+TEST_F(Sync_Engine, Verify_Lists_What_Differs_In_Bytes_0_To_250) {
+  Verify_Settings_Click();
+  EXPECT_EQ(Journal(), "Verify started T|No master miss match|Verify finished T|");
+  EXPECT_EQ(Status(), "Verify finished T");
+  EXPECT_EQ(port_.Sent(), "vvrd");
+  for (const int i : {0, 46, 250, 251, 255}) Master(i) ^= 0xFF;
+  Verify_Settings_Click();
+  EXPECT_EQ(Journal(),
+            "Verify started T|Master miss match 0|Master miss match 46|Master miss match 250|"
+            "Some master miss match|Verify finished and failed T|");
+  EXPECT_EQ(Status(), "Verify failed T");
+  EXPECT_EQ(CardByte, test::Sample_Tune());
+  Byte_Image marks;
+  for (const int i : {0, 46, 250}) marks[i] = 255;
+  EXPECT_EQ(Diff_Flags, marks);
+}
+
+TEST_F(Sync_Engine, Verify_Without_An_Image_Compares_With_The_Last_One) {
+  Set_Faults("on=rd,half");
+  Verify_Settings_Click();
+  EXPECT_THAT(Journal(), HasSubstr("Master miss match 2|Master miss match 3|"));
+  Set_Faults("");
+  Verify_Settings_Click();
+  EXPECT_EQ(Status(), "Verify finished T");
+  Set_Faults("on=rd,refuse");
+  Master(77) ^= 1;
+  Verify_Settings_Click();
+  EXPECT_EQ(Status(), "Verify finished T");
+}
+
+TEST_F(Sync_Engine, Verify_Ends_When_Nobody_Answers) {
+  Set_Faults("refuse");
+  Verify_Settings_Click();
+  EXPECT_EQ(Journal(), "Verify started T|Verify aborted T|");
+  EXPECT_EQ(Status(), "Verify aborted T");
+  Set_Faults("on=v,from=2,refuse");
+  Verify_Settings_Click();
+  EXPECT_EQ(Journal(), "Verify started T|Read aborted T|");
+}
+
+TEST_F(Sync_Engine, Write_Sends_Runs_Of_Differing_Bytes_And_Reads_Back) {
+  for (const int i : {0, 1, 46, 47, 48, 200}) CardByte[i] ^= 0x11;
+  Master(250) = 9;
+  CardByte[map::reserved_low] = 1;
+  CardByte[map::dataset] = 3;
+  Write_Settings_Click();
+  const auto hex = [](int i) { return dec2hex(CardByte[i], 2); };
+  EXPECT_EQ(Written(), "bw00" + hex(0) + hex(1) + "$bw2E" + hex(46) + hex(47) + hex(48) + "$bwC8" + hex(200) +
+                           "$bwFA00$");
+  EXPECT_EQ(Journal(),
+            "Write started T|Verify started T|Some master miss match|Write verify started T|"
+            "No master miss match|Write verify finished T|UE1 OK |UE2 OK |UE3 OK ||Write finished T");
+  EXPECT_EQ(Status(), "Write finished T");
+  EXPECT_EQ(CardByte[map::dataset], 108);
+  EXPECT_EQ(Box().Master, test::As_Sent(CardByte));
+  // Four runs of three and one exchanges, two a byte, three ends; and two queries and a read on either side.
+  EXPECT_EQ(line_.Counts().Exchanges, 4 * 4 + 7 * 2 + 3 + 2 * 3);
+}
+
+TEST_F(Sync_Engine, Write_Without_A_Difference_Sends_No_Byte) {
+  Master(251) = 1;
+  Write_Settings_Click();
+  EXPECT_EQ(Written(), "");
+  EXPECT_EQ(port_.Sent(), "vvrdueuevvrdue");
+  EXPECT_EQ(Journal(),
+            "Write started T|Verify started T|No master miss match|Verify finished T|Write verify started T|"
+            "No master miss match|Write verify finished T|UE1 OK |UE2 OK |UE3 OK ||Write finished T");
+}
+
+TEST_F(Sync_Engine, Write_Is_Not_Shifted_By_What_The_Box_Says_Unasked) {
+  for (const char* knobs : {"on=$,single", "on=$,stale=xyz", "single", "on=$,twice"}) {
+    for (int i = 10; i < 200; i += 2) CardByte[i] ^= 0x3C;
+    Set_Faults(knobs);
+    Write_Settings_Click();
+    EXPECT_EQ(Status(), "Write finished T") << knobs;
+    EXPECT_THAT(Journal(), HasSubstr("|UE1 OK |UE2 OK |UE3 OK |")) << knobs;
+    EXPECT_EQ(Box().Master, test::As_Sent(CardByte)) << knobs;
+  }
+}
+
+TEST_F(Sync_Engine, A_Byte_Without_Its_Answer_Ends_The_Bytes) {
+  CardByte[10] ^= 1;
+  CardByte[20] ^= 1;
+  Set_Faults("on=digit,corrupt=5");
+  ask_.Expect("Write verify failed!");
+  Write_Settings_Click();
+  EXPECT_EQ(ask_.last_box.icon, platform::Icon::critical);
+  EXPECT_EQ(Written(), "bw0A" + dec2hex(CardByte[10], 2));
+  EXPECT_EQ(Journal(),
+            "Write started T|Verify started T|Some master miss match|Write verify started T|"
+            "Master miss match 20|Some master miss match|Verify finished and failed T|"
+            "Byte: 10  WRITE ERROR |UE1 OK |UE2 OK |UE3 OK ||Write finished T");
+  EXPECT_EQ(Status(), "Write finished T");
+}
+
+TEST_F(Sync_Engine, The_Last_End_Gives_The_Verdict) {
+  Set_Faults("on=ue,from=1,times=2,refuse");
+  Write_Settings_Click();
+  EXPECT_THAT(Journal(), testing::EndsWith("|UE1 error |UE2 error |UE3 OK ||Write finished T"));
+  Set_Faults("on=ue,from=3,garbage,seed=4");
+  Write_Settings_Click();
+  EXPECT_THAT(Journal(), HasSubstr("|UE1 OK |UE2 OK |UE3 error "));
+  EXPECT_THAT(Journal(), testing::EndsWith("||Write aborted T"));
+  EXPECT_EQ(Status(), "Write aborted T");
+}
+
+TEST_F(Sync_Engine, Write_Asks_Before_It_Makes_A_Slave) {
+  CardByte[map::flags_a] |= map::slave_mode.mask;
+  CardByte[map::dataset] = 3;
+  ask_.Expect(slave_question, platform::Answer::no);
+  Write_Settings_Click();
+  EXPECT_EQ(Journal(), "Write started T|Write aborted T|");
+  EXPECT_EQ(Status(), "Write aborted T");
+  EXPECT_EQ(port_.Sent(), "");
+  EXPECT_EQ(CardByte[map::dataset], 3);
+  ask_.Expect(slave_question, platform::Answer::yes);
+  Write_Settings_Click();
+  EXPECT_EQ(Status(), "Write finished T");
+  EXPECT_EQ(Master(1), 0x49);
+}
+
+TEST_F(Sync_Engine, Write_Ends_When_Nobody_Answers_Or_The_Port_Does_Not_Open) {
+  Box_Info_OK = true;
+  port_.refuse = [](const std::string&) { return platform::Port_Error{3, "Device is in use"}; };
+  Write_Settings_Click();
+  EXPECT_EQ(Journal(), "Write started T|Verify started T|< Failed to open COM9 >|Write aborted T|");
+  EXPECT_THAT(rs232_tool_tip.Text(), HasSubstr("in use"));
+  port_.refuse = nullptr;
+  Set_Faults("refuse");
+  Write_Settings_Click();
+  EXPECT_EQ(Journal(), "Write started T|Verify started T|Verify aborted T|Write aborted T|");
+  EXPECT_EQ(Status(), "Write aborted T");
+  Set_Faults("");
+  Read_Settings_Click();
+  EXPECT_EQ(Journal(), "Read started T|Read finished T|");
+}
+
+struct Slave_Case {
+  const char* name;
+  int byte;  ///< of the slave that is changed
+  std::uint8_t value;
+  const char* found;  ///< journal of the comparison
+};
+
+class Sync_Slave : public Sync_Engine, public testing::WithParamInterface<Slave_Case> {};
+
+TEST_P(Sync_Slave, Is_Compared_And_Repaired) {
+  const Slave_Case& row = GetParam();
+  Box() = test::Sample_Box(true);
+  Slave(row.byte) = row.value;
+  Verify_Settings_Click();
+  const std::string verdict = "Verify finished and failed T|";
+  EXPECT_EQ(Journal(), "Verify started T|No master miss match|" + std::string(row.found) +
+                           "Some slave miss match|" + verdict);
+  Write_Settings_Click();
+  EXPECT_EQ(Status(), "Write finished T");
+  EXPECT_EQ(Written(), "bw" + dec2hex(row.byte, 2) + dec2hex(CardByte[row.byte], 2) + "$");
+  EXPECT_EQ(Box().Slave, sim::As_Slave(test::As_Sent(CardByte)));
+  EXPECT_THAT(Journal(), HasSubstr("|No slave miss match|Write verify finished T|"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Differences, Sync_Slave,
+                         testing::Values(Slave_Case{"First", 0, 99, "Slave miss match 0|"},
+                                         Slave_Case{"Last", 250, 9, "Slave miss match 250|"},
+                                         Slave_Case{"Mode_Only", 1, 0x41, "Slave need reset to slave |"},
+                                         Slave_Case{"Mode_Byte", 1, 0x4D, "Slave miss match 1|"}),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_F(Sync_Engine, A_Slave_That_Equals_Its_Master_Matches) {
+  Box() = test::Sample_Box(true);
+  Verify_Settings_Click();
+  EXPECT_EQ(Journal(), "Verify started T|No master miss match|No slave miss match|Verify finished T|");
+  EXPECT_EQ(port_.Sent(), "vvrdrs");
+}
+
+TEST_F(Sync_Engine, A_Slave_Without_An_Answer_Counts_As_The_Last_One_Read) {
+  Box() = test::Sample_Box(true);
+  Verify_Settings_Click();
+  Slave(77) ^= 1;
+  Set_Faults("on=rs,half");
+  Verify_Settings_Click();
+  EXPECT_EQ(Status(), "Verify finished T");
+}
+
+struct Interruption {
+  void (*click)();
+  const char* name;
+  std::size_t sent;  ///< characters after which it strikes
+};
+
+/// Faults that end a transfer in its middle, at every point of its conversation.
+class Sync_Interrupted : public Sync_Engine, public testing::WithParamInterface<Interruption> {
+ protected:
+  /// Strikes with @p interrupt when so many characters have gone out; a write has ten bytes to send.
+  void Interrupt(const std::function<void()>& interrupt) {
+    for (int i = 40; i < 50; ++i) CardByte[i] ^= 1;
+    loop_.on_turn = [this, interrupt] {
+      if (port_.Sent().size() >= GetParam().sent) interrupt();
+    };
+  }
+  void Run() { GetParam().click(); }
+  [[nodiscard]] static std::string Aborted() { return GetParam().name + std::string(" aborted T"); }
+};
+
+TEST_P(Sync_Interrupted, A_Lost_Device_Ends_It) {
+  Box_Info_OK = true;
+  Interrupt([this] { port_.Lose(); });
+  const double start = clock_.Elapsed();
+  try {
+    Run();
+  } catch (const Failure& failure) {
+    EXPECT_STREQ(failure.what(), "Lost connection with USB port");
+  }
+  EXPECT_EQ(Status(), Aborted());
+  EXPECT_LT(clock_.Elapsed() - start, 2);
+}
+
+TEST_P(Sync_Interrupted, The_Closing_Of_The_Program_Ends_It_At_Once_Without_A_Box) {
+  double closed_at = 0;
+  Interrupt([&] {
+    if (!std::exchange(Closing, true)) closed_at = clock_.Elapsed();
+  });
+  Run();
+  EXPECT_TRUE(Closing);
+  EXPECT_LT(clock_.Elapsed() - closed_at, 0.003);
+  EXPECT_EQ(Status(), Aborted());
+}
+
+TEST_P(Sync_Interrupted, A_Second_Click_Is_Not_Entered) {
+  int clicks = 0;
+  Interrupt([&] {
+    ++clicks;
+    Read_Settings_Click();
+    Write_Settings_Click();
+    Verify_Settings_Click();
+    Connect_Info_Click();
+    Command3_Click();
+  });
+  const std::size_t opened = port_.opened.size();
+  Run();
+  EXPECT_GT(clicks, 0);
+  EXPECT_LE(port_.opened.size() - opened, 5U);
+  EXPECT_THAT(Status(), testing::AnyOf("Read finished T", "Verify failed T", "Write finished T"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Everywhere, Sync_Interrupted,
+                         testing::Values(Interruption{Read_Settings_Click, "Read", 1},
+                                         Interruption{Read_Settings_Click, "Read", 3},
+                                         Interruption{Verify_Settings_Click, "Verify", 1},
+                                         Interruption{Verify_Settings_Click, "Verify", 4},
+                                         Interruption{Write_Settings_Click, "Write", 1},
+                                         Interruption{Write_Settings_Click, "Write", 4},
+                                         Interruption{Write_Settings_Click, "Write", 6},
+                                         Interruption{Write_Settings_Click, "Write", 9},
+                                         Interruption{Write_Settings_Click, "Write", 28},
+                                         Interruption{Write_Settings_Click, "Write", 31},
+                                         Interruption{Write_Settings_Click, "Write", 37}));
+
+}  // namespace
+}  // namespace kx

@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include "sensors/sensor_store.h"
+#include "settings/image.h"
+#include "settings/refresh.h"
+#include "support/workspace_fixture.h"
+#include "workspace/table_values.h"
+#include "workspace/tables.h"
+#include "workspace/view_hooks.h"
+
+namespace kx {
+namespace {
+
+using Table_Views = Workspace_Fixture;
+
+std::vector<std::string> Row_Texts(Table table, int row) {
+  std::vector<std::string> texts;
+  for (int column = 0; column < Grid_Of(table).Columns(); ++column) texts.push_back(Grid_Of(table).Text(row, column));
+  return texts;
+}
+
+using Texts = std::vector<std::string>;
+
+TEST_F(Table_Views, Grids_Show_Axis_And_Values_Of_The_Reset_Tune) {
+  Refresh_Whole_Image();
+  EXPECT_EQ(Row_Texts(Table::ignition_load, 0), (Texts{"Volt", Sensor_Unit(Sensor_On_Input(1)), "Deg"}));
+  EXPECT_EQ(Row_Texts(Table::ignition_load, 33)[0], "5.00");
+  EXPECT_EQ(Row_Texts(Table::ignition_load, 2)[2], "0.0");
+  EXPECT_EQ(Row_Texts(Table::ignition_rpm, 1), (Texts{"000", "100"}));
+  EXPECT_EQ(Row_Texts(Table::ignition_rpm, 21), (Texts{"10000", "100"}));
+  EXPECT_EQ(Row_Texts(Table::fuel_load, 1)[2], "-25.6");
+  EXPECT_EQ(Row_Texts(Table::fuel_load, 2)[2], "0.0");
+  EXPECT_EQ(Row_Texts(Table::fuel_rpm, 1), (Texts{"000", "00"}));
+  EXPECT_EQ(Row_Texts(Table::fuel_rpm, 2), (Texts{"500", "100"}));
+  EXPECT_EQ(Row_Texts(Table::analog1, 0), (Texts{"RPM", "limit [V]"}));
+  EXPECT_EQ(Row_Texts(Table::analog2, 21), (Texts{"10000", "5.00"}));
+  EXPECT_EQ(Row_Texts(Table::maf_output, 17), (Texts{"65536", "5.00"}));
+  EXPECT_EQ(Row_Texts(Table::pwm_load, 33)[2], "100");
+  EXPECT_EQ(Row_Texts(Table::pwm_rpm, 0), (Texts{"RPM", "%"}));
+  EXPECT_EQ(Chart_Of(Chart_Id::FuelRpmChart).labels.back(), "10000");
+  EXPECT_EQ(Chart_Of(Chart_Id::FuelMapChart).series.at(0).values.at(0), -25.6);
+}
+
+TEST_F(Table_Views, Flags_Change_Meaning_Size_And_Frames) {
+  Set_Field(map::fuel_rpm_250, 1);
+  Set_Field(map::an2_mode, 1);
+  CardByte[map::fuel_rpm_fine.Last()] = 64;
+  Refresh_Whole_Image();
+  EXPECT_EQ(Grid_Of(Table::fuel_rpm).Rows(), 42);
+  EXPECT_EQ(Row_Texts(Table::fuel_rpm, 41), (Texts{"10000", "-100"}));
+  EXPECT_EQ(Row_Texts(Table::analog2, 0), (Texts{"in [V]", "out [V]"}));
+  EXPECT_EQ(Grid_Of(Table::analog2).Rows(), 18);
+  EXPECT_EQ(Row_Texts(Table::analog2, 17)[0], "5.00");
+  EXPECT_FALSE(view_state.An2out_frame);
+
+  Set_Field(map::ignition_load_in_percent, 1);
+  Set_Field(map::fuel_by_pwm, 1);
+  Refresh_Whole_Image();
+  EXPECT_EQ(Row_Texts(Table::ignition_load, 0)[2], "%");
+  EXPECT_EQ(Row_Texts(Table::ignition_rpm, 1), (Texts{"000", "12.8"}));
+  EXPECT_EQ(Row_Texts(Table::fuel_load, 2)[2], "50.2");
+  EXPECT_EQ(view_state.Label41, "Set percentage of spark timing change, based on manifold pressure.");
+}
+
+TEST_F(Table_Views, Maf_Limit_Takes_Over_The_Ignition_Rpm_Table) {
+  Set_Field(map::maf_sim_enable, 1);
+  Set_Field(map::maf_sim_limit, 1);
+  CardByte[map::maf_limit.first] = 200;
+  CardByte[map::maf_limit.first + 1] = 51;
+  Refresh_Whole_Image();
+  EXPECT_EQ(CardByte[map::mirror], CardByte[map::flags_c]);
+  EXPECT_EQ(Grid_Of(Table::ignition_rpm).Rows(), 2);
+  EXPECT_EQ(Row_Texts(Table::ignition_rpm, 1)[1], "113");
+  EXPECT_EQ(Row_Texts(Table::maf_limit, 1), (Texts{"000", "1.00"})) << "row 1 shows the byte of row 2";
+  EXPECT_EQ(Row_Texts(Table::maf_limit, 2), (Texts{"500", "1.00"}));
+  EXPECT_TRUE(view_state.Frame_IG_RPM_MAFSIM);
+  EXPECT_TRUE(view_state.maf_limit_tab && view_state.maf_output_tab && !view_state.analog1_tab);
+}
+
+TEST_F(Table_Views, Order_Of_The_Two_Refreshes_Does_Not_Matter) {
+  Set_Field(map::fuel_rpm_250, 1);
+  Update_All();
+  Update_Tabs();
+  const Texts first = Row_Texts(Table::fuel_rpm, 41);
+  Set_Field(map::fuel_rpm_250, 0);
+  Update_Tabs();
+  Update_All();
+  Set_Field(map::fuel_rpm_250, 1);
+  Update_Tabs();
+  Update_All();
+  EXPECT_EQ(Row_Texts(Table::fuel_rpm, 41), first);
+}
+
+TEST_F(Table_Views, Closed_Loop_Shows_Boost_In_The_Sensors_Unit) {
+  Set_Field(map::boost_pid, 1);
+  CardByte[map::pwm_rpm.first] = 127;
+  Refresh_Whole_Image();
+  EXPECT_EQ(Row_Texts(Table::pwm_rpm, 0)[1], Sensor_Unit(Sensor_On_Input(1)));
+  // Bytes from 128 up are beyond the sensor's 8-bit span and show alike.
+  EXPECT_EQ(Shown_Text_Of(Table::pwm_rpm, 128), Shown_Text_Of(Table::pwm_rpm, 255));
+  EXPECT_NE(Row_Texts(Table::pwm_rpm, 1)[1], Shown_Text_Of(Table::pwm_rpm, 10));
+  Show_Tab(main_tab::pwm, 1);
+  Show_Right_Tabs();
+  EXPECT_EQ(view_state.Frame_PWMRPM_Notification,
+            "PWM PID Control activated. Analog1 - " + Sensor_Name(Sensor_On_Input(1)));
+}
+
+TEST_F(Table_Views, Analog2_Curve_Has_Guide_Lines) {
+  Set_Field(map::an2_mode, 1);
+  CardByte[map::an_gain] = 50;
+  CardByte[map::an_offset] = 128 + 51;
+  Refresh_Whole_Image();
+  const auto& series = Chart_Of(Chart_Id::an2_out_chart).series;
+  ASSERT_EQ(series.size(), 3U);
+  EXPECT_EQ(series[1].name, "curve generator");
+  EXPECT_DOUBLE_EQ(series[1].values.at(0), 1);
+  EXPECT_DOUBLE_EQ(series[1].values.at(16), 3.5);
+  EXPECT_DOUBLE_EQ(series[2].values.at(16), 5);
+}
+
+TEST_F(Table_Views, Table_Panel_Shows_Only_Where_It_Has_A_Table) {
+  const auto panel_on = [](int tab, int sub_tab) {
+    Show_Tab(tab, sub_tab);
+    Show_Right_Tabs();
+    return view_state.tblctrl;
+  };
+  EXPECT_FALSE(panel_on(main_tab::general, 0));
+  EXPECT_TRUE(panel_on(main_tab::ignition, 1));
+  EXPECT_TRUE(panel_on(main_tab::fuel, 1));
+  EXPECT_FALSE(panel_on(main_tab::fuel, 2));
+  EXPECT_TRUE(panel_on(main_tab::pwm, 1));
+  EXPECT_FALSE(panel_on(main_tab::pwm, 2));
+  EXPECT_TRUE(panel_on(main_tab::analog, 3));
+  EXPECT_TRUE(panel_on(main_tab::analog, 1));
+  Set_Field(map::fuel_rpm_250, 1);
+  Refresh_Whole_Image();
+  EXPECT_FALSE(panel_on(main_tab::analog, 1));
+}
+
+}  // namespace
+}  // namespace kx
