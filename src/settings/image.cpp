@@ -59,15 +59,21 @@ struct Byte_Default {
 
 /// Single bytes that reset to something other than 0 and have no slider of the generic kind.
 constexpr std::array byte_defaults{
-    Byte_Default{map::sensor_selects, 192},     Byte_Default{map::in_boost_level, 255},
-    Byte_Default{map::an_gain, 100},            Byte_Default{map::an_offset, 128},
-    Byte_Default{map::rpm_limit, 160},          Byte_Default{map::rpm_open_injectors, 255},
-    Byte_Default{map::volt_open_injectors, 255}, Byte_Default{map::boost_limit, 255},
-    Byte_Default{map::ae_threshold, 255},       Byte_Default{map::rpm_indicator, 64},
-    Byte_Default{map::injector_calibration, 128}, Byte_Default{map::ignition_flags, 5},
+    Byte_Default{map::sensor_selects, 192},
+    Byte_Default{map::in_boost_level, 255},
+    Byte_Default{map::an_gain, 100},
+    Byte_Default{map::an_offset, 128},
+    Byte_Default{map::rpm_limit, 160},
+    Byte_Default{map::rpm_open_injectors, 255},
+    Byte_Default{map::volt_open_injectors, 255},
+    Byte_Default{map::boost_limit, 255},
+    Byte_Default{map::ae_threshold, 255},
+    Byte_Default{map::rpm_indicator, 64},
+    Byte_Default{map::injector_calibration, 128},
+    Byte_Default{map::ignition_flags, 5},
 };
 
-constexpr std::array<double, 17> maf_break_points{0,    384,  512,  768,   1024,  1536,  2048,  3072, 4096,
+constexpr std::array<double, 17> maf_break_points{0,    384,  512,   768,   1024,  1536,  2048,  3072, 4096,
                                                   6144, 8192, 12288, 16384, 24576, 32768, 49152, 65536};
 
 void Reset_Tables() {
@@ -131,7 +137,8 @@ std::string dec2hex(int value, int digits) {
   if (digits == 0) return "0";
   const int count = digits >= 1 && digits <= 3 ? digits : 4;
   std::string text;
-  for (int nibble = count - 1; nibble >= 0; --nibble) text += "0123456789ABCDEF"[(value >> (4 * nibble)) & 15];
+  for (int nibble = count - 1; nibble >= 0; --nibble)
+    text += "0123456789ABCDEF"[(value >> (4 * nibble)) & 15];
   return text;
 }
 
@@ -142,6 +149,7 @@ int Field_Of(const Byte_Image& image, const map::Field& field) {
 int Get_Field(const map::Field& field) { return Field_Of(CardByte, field); }
 
 void Set_Field(const map::Field& field, int index) {
+  if (index < 0 || index > field.mask / field.Lowest()) Fail_Overflow();
   CardByte[field.byte] = To_Byte((CardByte[field.byte] & ~field.mask & 255) + index * field.Lowest());
   if (field.byte == map::flags_c) Mirror_Flags_C();
 }
@@ -172,7 +180,8 @@ void Init_MAF_Sim() {
   MAF_Sim_Tab = {};
   for (std::size_t i = 0; i < maf_break_points.size(); ++i) {
     MAF_Sim_Tab[i][0] = maf_break_points[i];
-    if (i > 0) MAF_Sim_Tab[i][1] = maf_break_points[i - 1] + (maf_break_points[i] - maf_break_points[i - 1]) / 2;
+    if (i > 0)
+      MAF_Sim_Tab[i][1] = maf_break_points[i - 1] + (maf_break_points[i] - maf_break_points[i - 1]) / 2;
   }
 }
 

@@ -39,12 +39,12 @@ extern Byte_Image CardByte;
 /// selected preset; copied into the image whenever it leaves the program.
 extern std::int16_t DatasetID;
 
-extern int IgRpmPoints;    ///< live entries of the ignition RPM table: 21, or 1 under the MAF-simulation limit
-extern int FuelRpmPoints;  ///< live entries of the fuel RPM table: 21 at 500 RPM, 41 at 250 RPM
-extern int An1Points;      ///< live entries of the Analog 1 table: 21
-extern int An2Points;      ///< live entries of the Analog 2 table: 21 as limit, 17 as curve
-extern bool Res500;        ///< fuel RPM table at 500 RPM resolution
-extern bool An2_Available; ///< the selected preset allows the Analog 2 output
+extern int IgRpmPoints;  ///< live entries of the ignition RPM table: 21, or 1 under the MAF-simulation limit
+extern int FuelRpmPoints;   ///< live entries of the fuel RPM table: 21 at 500 RPM, 41 at 250 RPM
+extern int An1Points;       ///< live entries of the Analog 1 table: 21
+extern int An2Points;       ///< live entries of the Analog 2 table: 21 as limit, 17 as curve
+extern bool Res500;         ///< fuel RPM table at 500 RPM resolution
+extern bool An2_Available;  ///< the selected preset allows the Analog 2 output
 
 /// How the slider of a byte is shown: (byte - Byte_Offset) x Byte_Factor in Byte_Format. Filled by
 /// Set_Byte_Def; an empty format gives the default number text.
@@ -82,7 +82,7 @@ void Reset_Image_State();
 [[nodiscard]] int Get_Field(const map::Field& field);
 
 /// Writes a list index into a field of the tune, other bits untouched, and keeps the mirror byte equal to
-/// flags C. Throws Failure "Overflow" when the index does not fit the field's byte.
+/// flags C. Throws Failure "Overflow" when the index does not fit the field.
 void Set_Field(const map::Field& field, int index);
 
 /// After a write of flags C by other means.

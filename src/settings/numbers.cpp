@@ -103,13 +103,20 @@ std::size_t Number_Length(std::string_view text) {
   return end;
 }
 
+/// Of a number that no double holds: true when it is too small, false when it is too large.
+bool Is_Tiny(std::string_view text) {
+  const std::size_t exponent = text.find_first_of("eE");
+  if (exponent != std::string_view::npos) return text.find('-', exponent) != std::string_view::npos;
+  return text.substr(0, text.find('.')).find_first_of("123456789") == std::string_view::npos;
+}
+
 double Parse(std::string_view text) {
   if (!text.empty() && text[0] == '+') text.remove_prefix(1);
   double value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc::result_out_of_range) return value;
-  const double huge = text.find("e-") != std::string_view::npos ? 0.0 : 1e308;
-  return text[0] == '-' ? -huge : huge;
+  const double limit = Is_Tiny(text) ? 0.0 : 1e308;
+  return text[0] == '-' ? -limit : limit;
 }
 
 }  // namespace
@@ -167,8 +174,9 @@ std::string Format(std::optional<double> value, std::string_view mask) {
 
 std::string Number_Text(double value) {
   std::array<char, 40> text{};
-  std::snprintf(text.data(), text.size(), "%.*g", significant_digits, value == 0 ? 0.0 : value);
-  return text.data();
+  const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value == 0 ? 0.0 : value,
+                                          std::chars_format::general, significant_digits);
+  return error == std::errc() ? std::string(text.data(), end) : std::string();
 }
 
 std::string Decimals_Mask(int decimals) {

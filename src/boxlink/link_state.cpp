@@ -1,0 +1,46 @@
+#include "boxlink/link_state.h"
+
+#include "boxlink/box_info.h"
+#include "boxlink/comm_port.h"
+#include "boxlink/link_texts.h"
+#include "boxlink/protocol.h"
+
+namespace kx {
+
+Byte_Image Box_Master_Image;
+Byte_Image Box_Slave_Image;
+Byte_Image Diff_Flags;
+bool Verify_Mode = false;
+bool Write_Mode = false;
+bool Write_Verify = false;
+
+namespace {
+
+void Reset_Texts() {
+  rs232_text.Set(words::at_start);
+  for (Shown_Text* text : {&rs232_tool_tip, &Debug_txt, &Text1, &uncoded}) text->Set("");
+}
+
+}  // namespace
+
+void Clear_Transfer_Modes() {
+  Verify_Mode = false;
+  Write_Mode = false;
+  Write_Verify = false;
+}
+
+void Reset_Link_State() {
+  Box_Master_Image = {};
+  Box_Slave_Image = {};
+  Diff_Flags = {};
+  Clear_Transfer_Modes();
+  MSComm1.Reset();
+  MSComm1.OnComm = MSComm1_OnComm;
+  Box_Info_OK = false;
+  Quiet_Close = false;
+  on_transfer_change = nullptr;
+  Reset_Box_Info();
+  Reset_Texts();
+}
+
+}  // namespace kx

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "settings/image.h"
+
+/// What the transfer engines share. Written by them only; all of it is unset between transfers but for the
+/// images and marks, which keep what the last comparison found.
+namespace kx {
+
+extern Byte_Image Box_Master_Image;  ///< bytes 0 to 250 as last read from the master in a comparison
+extern Byte_Image Box_Slave_Image;   ///< the same of the slave
+extern Byte_Image Diff_Flags;        ///< 255 where the box differs from the tune, else 0
+
+extern bool Verify_Mode;   ///< the read in progress compares instead of loading
+extern bool Write_Mode;    ///< a write is in progress: its comparison marks bytes and is otherwise silent
+extern bool Write_Verify;  ///< the comparison in progress is the read-back of a write
+
+/// Clears the three modes; every way out of a transfer does.
+void Clear_Transfer_Modes();
+
+/// Brings the whole box link to its state before the first transfer, port closed.
+void Reset_Link_State();
+
+}  // namespace kx

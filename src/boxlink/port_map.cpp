@@ -1,0 +1,85 @@
+#include "boxlink/port_map.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include "platform/seams.h"
+#include "settings/ini_file_adm.h"
+
+namespace kx {
+namespace {
+
+/// COM numbers from @p first on stand for the devices @p prefix + 0, 1, 2 and so on.
+struct Device_Run {
+  int first;
+  int count;
+  std::string_view prefix;
+};
+
+constexpr std::array device_runs{
+    Device_Run{1, 4, "/dev/ttyS"},
+    Device_Run{5, 8, "/dev/ttyUSB"},
+    Device_Run{13, 4, "/dev/ttyACM"},
+};
+
+std::string Mapped_Path(int com_number) {
+  for (const Device_Run& run : device_runs) {
+    const int index = com_number - run.first;
+    if (index >= 0 && index < run.count) return std::string(run.prefix) + std::to_string(index);
+  }
+  return {};
+}
+
+bool Is_Mapped(const std::string& path) {
+  for (int number = 1; number <= last_mapped_com; ++number)
+    if (Mapped_Path(number) == path) return true;
+  return false;
+}
+
+/// The @p index-th device, from 0, of those that the fixed map does not reach.
+std::string Further_Path(int index) {
+  for (const platform::Port_Device& device : platform::seams.port_devices->List()) {
+    if (Is_Mapped(device.path)) continue;
+    if (index-- == 0) return device.path;
+  }
+  return {};
+}
+
+std::string Missing_Help(int com_number, const std::string& device) {
+  const std::string name = Com_Name(com_number);
+  const std::string where =
+      device.empty() ? "No device belongs to " + name : name + " is " + device + ", which is not there";
+  return where + ".\nPlug the adapter in, choose another port in the preferences, or add a line com_device" +
+         std::to_string(com_number) + "=/dev/... to the settings file.";
+}
+
+}  // namespace
+
+std::string Com_Name(int com_number) { return "COM" + std::to_string(com_number); }
+
+std::string Device_Path(int com_number) {
+  const auto given = Read_Key("com_device" + std::to_string(com_number));
+  if (given && !given->empty()) return *given;
+  if (com_number <= last_mapped_com) return Mapped_Path(com_number);
+  return Further_Path(com_number - last_mapped_com - 1);
+}
+
+std::string Open_Help(const platform::Port_Error& error, int com_number, const std::string& device) {
+  switch (error.number) {
+    case 0:
+      return {};
+    case port_error::not_found:
+      return Missing_Help(com_number, device);
+    case port_error::no_permission:
+      return "You have no right to use " + device +
+             ". Serial ports belong to the group dialout; join it with\n"
+             "sudo usermod -a -G dialout $USER\nand log in again.";
+    case port_error::in_use:
+      return device + " is in use by another program. Close that program and try again.";
+    default:
+      return device + ": " + error.text;
+  }
+}
+
+}  // namespace kx

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "platform/serial_port.h"
+
+/// Which device a COM number stands for. The numbers are the program's own and stay the same from one start
+/// to the next; a line com_device<n>=path of the settings file puts any device under a number.
+namespace kx {
+
+/// Numbers of Port_Error that have a remedy.
+namespace port_error {
+inline constexpr int not_found = 1;
+inline constexpr int no_permission = 2;
+inline constexpr int in_use = 3;
+}  // namespace port_error
+
+/// Highest number with a device of its own; the ones above stand for the further devices of the machine.
+inline constexpr int last_mapped_com = 16;
+
+/// Path of COM @p com_number; empty when the number stands for no device.
+[[nodiscard]] std::string Device_Path(int com_number);
+
+/// "COM" and the number.
+[[nodiscard]] std::string Com_Name(int com_number);
+
+/// What the user can do about a port that could not be opened; empty when it could. @p device is the path
+/// that was tried.
+[[nodiscard]] std::string Open_Help(const platform::Port_Error& error, int com_number,
+                                    const std::string& device);
+
+}  // namespace kx

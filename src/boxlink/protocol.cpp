@@ -1,0 +1,99 @@
+#include "boxlink/protocol.h"
+
+#include "boxlink/comm_port.h"
+#include "boxlink/link_texts.h"
+#include "boxlink/port_map.h"
+#include "settings/message.h"
+#include "settings/session.h"
+#include "settings/wait.h"
+
+namespace kx {
+
+bool Box_Info_OK = false;
+bool Quiet_Close = false;
+std::function<void()> on_transfer_change;
+
+namespace {
+
+constexpr std::string_view line_settings = "115200,n,8,1";
+
+bool transfer_running = false;
+bool communication_box_open = false;
+
+void Set_Transfer_Running(bool running) {
+  transfer_running = running;
+  if (on_transfer_change) on_transfer_change();
+}
+
+void Report_Port(std::string_view end) {
+  rs232_text.Set(std::string(words::port_word) + std::to_string(Com_Port_Number) + std::string(end));
+}
+
+}  // namespace
+
+bool Open_For_Transfer() {
+  if (MSComm1.PortOpen()) return true;
+  MSComm1.Set_CommPort(Com_Port_Number);
+  MSComm1.Set_Settings(line_settings);
+  const platform::Port_Error error = MSComm1.Set_PortOpen(true);
+  rs232_tool_tip.Set(Open_Help(error, Com_Port_Number, MSComm1.Device()));
+  if (error.Ok()) return true;
+  Box_Info_OK = false;
+  rs232_text.Set(std::string(words::failed_to_open) + std::to_string(Com_Port_Number) + " >");
+  return false;
+}
+
+void Open_Box_Port() {
+  Report_Port(words::port_open_end);
+  (void)Open_For_Transfer();
+}
+
+void Com_knapp2_Click() {
+  if (!Quiet_Close) Report_Port(words::port_closed_end);
+  if (!MSComm1.PortOpen()) return;
+  MSComm1.Set_PortOpen(false);
+  Quiet_Close = false;
+}
+
+void MSComm1_OnComm() {
+  if (MSComm1.CommEvent() == comm_event::receive || communication_box_open) return;
+  struct Box_Open {
+    Box_Open() { communication_box_open = true; }
+    ~Box_Open() { communication_box_open = false; }
+  } const open;
+  Tell("Communication error. Check connection and power.", platform::Icon::critical);
+}
+
+void Drop_Input() { (void)MSComm1.Input(); }
+
+bool Send_Wait_Rec(std::string_view command, double limit, int wanted, std::string& received) {
+  if (!MSComm1.PortOpen() && !MSComm1.Lost()) {
+    Tell("Port not open");
+    return false;
+  }
+  received = MSComm1.Input();
+  MSComm1.Output(command);
+  const Wait_Limit wait(limit);
+  bool passed = false;
+  while (!passed) {
+    Do_Events();
+    passed = wait.Passed();  // before the last look at the port: what came in time counts
+    received += MSComm1.Input();
+    if (received.size() < static_cast<std::size_t>(wanted)) continue;
+    Do_Events();
+    return true;
+  }
+  return false;
+}
+
+bool Transfer_Running() { return transfer_running; }
+
+Transfer_Guard::Transfer_Guard() : entered_(!transfer_running) {
+  if (entered_) Set_Transfer_Running(true);
+}
+
+Transfer_Guard::~Transfer_Guard() {
+  if (entered_) Set_Transfer_Running(false);
+}
+
+}  // namespace kx

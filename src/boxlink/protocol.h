@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+/// The conversation with the box: printable text both ways, no frame, no checksum. A command is a short text
+/// without an end, its answer is whatever arrives afterwards.
+namespace kx {
+
+/// The last query gave a complete answer. Written by Get_Box_Info, cleared by an opening that fails.
+extern bool Box_Info_OK;
+
+/// Closing the port shows no status word; cleared by that.
+extern bool Quiet_Close;
+
+/// Opens the port when it is closed. When that fails the status says so, its tool tip what helps, and the
+/// operation of the caller ends.
+[[nodiscard]] bool Open_For_Transfer();
+
+/// Reports the port as open and opens it when it is closed.
+void Open_Box_Port();
+
+/// "Close port": closes an open port and reports it, unless Quiet_Close is set.
+void Com_knapp2_Click();
+
+/// Receive event of the port: tells of line errors, one box at a time; errors meanwhile are dropped.
+void MSComm1_OnComm();
+
+/// Takes away what waits in the port, so that it does not count as part of the next answer.
+void Drop_Input();
+
+/// Sends @p command and collects what arrives until @p received has @p wanted characters, within @p limit
+/// seconds. Yields to the event loop all the while: any handler may run in here.
+///
+/// What was waiting before stays at the head of @p received and counts; who must not see it takes it away
+/// first. On a time-out @p received keeps what came. With the port closed a box says so and @p received stays
+/// as it is. Ends at once when the program closes.
+/// @return true when the wanted length was reached.
+/// Throws Failure when the device is lost.
+bool Send_Wait_Rec(std::string_view command, double limit, int wanted, std::string& received);
+
+/// True while an operation has the line to itself.
+[[nodiscard]] bool Transfer_Running();
+
+/// Called whenever Transfer_Running changes, for the controls that start a transfer; must not throw.
+extern std::function<void()> on_transfer_change;
+
+/// Holds the line for one operation. A second operation that is started inside a wait of the first is not
+/// entered and leaves quietly.
+class Transfer_Guard {
+ public:
+  Transfer_Guard();
+  ~Transfer_Guard();
+  Transfer_Guard(const Transfer_Guard&) = delete;
+  Transfer_Guard& operator=(const Transfer_Guard&) = delete;
+  [[nodiscard]] bool Entered() const { return entered_; }
+
+ private:
+  bool entered_;
+};
+
+}  // namespace kx

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Steps that the three transfers of the synchronous engine are made of, for use inside one of them.
+namespace kx::sync {
+
+/// Ends a transfer whose program is closing; never leaves the engine.
+struct Program_Closing {};
+
+/// Send_Wait_Rec that gives up when the program closes, by Program_Closing.
+bool Exchange(std::string_view command, double limit, int wanted, std::string& received);
+
+/// Asks for an image with @p command and takes its digits behind @p marker.
+/// @return true when a whole image came.
+bool Fetch_Digits(std::string_view command, char marker, std::string& digits);
+
+/// Opens the port and asks who is there. False when the port does not open; the answer is in Box_Info_OK.
+bool Open_And_Ask();
+
+/// The end of every read and comparison: closes the port and refreshes the views.
+void Finish_Read(void (*refresh)());
+
+void Read();
+void Verify();
+void Write();
+
+/// Compares the slave's bytes with the tune, marks the differing ones and journals them.
+/// @return true when there is a mismatch.
+bool Compare_Slave();
+
+}  // namespace kx::sync

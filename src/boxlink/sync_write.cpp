@@ -1,0 +1,132 @@
+#include <string>
+
+#include "boxlink/box_info.h"
+#include "boxlink/comm_port.h"
+#include "boxlink/link_state.h"
+#include "boxlink/link_texts.h"
+#include "boxlink/protocol.h"
+#include "boxlink/sync_steps.h"
+#include "settings/failure.h"
+#include "settings/message.h"
+#include "settings/text_encoding.h"
+#include "settings/wait.h"
+
+namespace kx::sync {
+namespace {
+
+/// What went wrong, and what did not, for the journal's end.
+struct Write_Log {
+  std::string text;
+  bool failed = false;
+  void Add(const std::string& line) { text += line + Crlf(); }
+};
+
+bool Slave_Mode_Accepted() {
+  if (Get_Field(map::slave_mode) == 0) return true;
+  return Ask_Yes_No("This will force KX-system to enter slave mode. Do you really want to continue?");
+}
+
+/// Every byte of a write needs the port; one box is enough for one that somebody has closed.
+std::string Answer_To(std::string_view command, double limit, int wanted) {
+  if (!MSComm1.PortOpen() && !MSComm1.Lost()) throw Failure("Port not open");
+  std::string answer;
+  Exchange(command, limit, wanted, answer);
+  return answer;
+}
+
+bool Marked(int i) { return i >= 0 && Diff_Flags[i] == 255; }
+
+/// Begins a run at byte @p i. No character that waits before "bw" can be of use, and one that is left from
+/// the run before would count as part of every answer in this one.
+void Begin_Run(int i) {
+  Drop_Input();
+  Answer_To("bw", 0.2, 3);
+  const std::string offset = dec2hex(i, 2);
+  Answer_To(offset.substr(0, 1), 0.1, 1);
+  Answer_To(offset.substr(1), 0.1, 1);
+}
+
+/// True when the box has confirmed byte @p i.
+bool Send_Byte(int i) {
+  const std::string digits = dec2hex(CardByte[i], 2);
+  Answer_To(digits.substr(0, 1), 0.2, 1);
+  return Answer_To(digits.substr(1), 0.3, 2).find('w') == 1;
+}
+
+/// Two characters are waited for; a box that goes on to end its line must have done so before the next
+/// command, whose answer would begin with that end.
+void End_Run() {
+  std::string answer = Answer_To("$", 0.1, 2);
+  const Wait_Limit limit(0.1);
+  while (answer.ends_with('\r') && !limit.Passed()) {
+    Do_Events();
+    answer += MSComm1.Input();
+  }
+}
+
+void Send_Marked_Bytes(Write_Log& log) {
+  for (int i = 0; i <= map::last_compared; ++i) {
+    if (!Marked(i)) continue;
+    if (!Marked(i - 1)) Begin_Run(i);
+    if (!Send_Byte(i)) {
+      log.Add("Byte: " + std::to_string(i) + "  WRITE ERROR ");
+      log.failed = true;
+      return;
+    }
+    if (!Marked(i + 1)) End_Run();
+    Do_Events();
+  }
+}
+
+/// Closing command number @p number. Each overwrites the verdict of what came before; the last one's stands.
+/// What waits is not its answer.
+void Send_End(int number, Write_Log& log) {
+  std::string answer;
+  Drop_Input();
+  Exchange("ue", 1.5, 3, answer);
+  const std::string name = "UE" + std::to_string(number);
+  log.failed = !answer.starts_with("ue*");
+  log.Add(log.failed ? name + " error " + From_Latin_1(answer) : name + " OK ");
+}
+
+void Read_Back() {
+  Write_Mode = false;
+  Write_Verify = true;
+  Verify();
+  Write_Verify = false;
+}
+
+void Report_End(const Write_Log& log) {
+  const std::string verdict = With_Time(log.failed ? words::write_aborted : words::write_finished);
+  Debug_txt.Append(log.text + Crlf() + verdict);
+  rs232_text.Set(verdict);
+}
+
+void Send_All() {
+  Write_Log log;
+  Send_Marked_Bytes(log);
+  Send_End(1, log);
+  Send_End(2, log);
+  Read_Back();
+  MSComm1.Set_PortOpen(true);
+  Send_End(3, log);
+  MSComm1.Set_PortOpen(false);
+  Report_End(log);
+}
+
+}  // namespace
+
+void Write() {
+  Report_First_Step(words::write_started);
+  Write_Mode = true;
+  if (!Slave_Mode_Accepted()) return Report_Step(words::write_aborted);
+  Stamp_Image();
+  Verify();
+  if (!Box_Info_OK) return Report_Step(words::write_aborted);
+  rs232_text.Set(words::writing);
+  Do_Events();
+  if (!Open_For_Transfer()) return Report_Step(words::write_aborted);
+  Send_All();
+}
+
+}  // namespace kx::sync

@@ -1,0 +1,71 @@
+#include "sensors/definition_file.h"
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+
+#include "sensors/load_axes.h"
+#include "sensors/sensor_store.h"
+#include "settings/brand.h"
+#include "settings/ini_file_adm.h"
+#include "settings/numbers.h"
+#include "settings/presets.h"
+#include "settings/session.h"
+
+namespace kx {
+namespace {
+
+/// The whole number at the head of a key's value when it is one from @p least to @p greatest.
+std::optional<int> Number_Key(const std::string& key, int least, int greatest) {
+  const auto text = Read_Key(key);
+  const std::size_t first = text ? text->find_first_not_of(' ') : std::string::npos;
+  if (first == std::string::npos || (*text)[first] < '0' || (*text)[first] > '9') return {};
+  const double whole = Round_Whole(Val_Any(*text));
+  if (!(whole >= least && whole <= greatest)) return {};
+  return static_cast<int>(whole);
+}
+
+int Last_Index(std::size_t count) { return static_cast<int>(count) - 1; }
+
+void Read_Ports() {
+  constexpr int greatest = std::numeric_limits<std::int16_t>::max();
+  Com_Port_Number = static_cast<std::int16_t>(Number_Key("comport1", 1, greatest).value_or(first_com_port));
+  Com_Port_Number_2 = first_com_port_2;
+}
+
+void Read_Sensors() {
+  Clear_Sensors();
+  for (const std::string& line : Read_Keys("Sens_Def")) Add_Sensor(line);
+}
+
+void Read_Selection() {
+  for (std::size_t input = 1; input < Sensor_Selection.size(); ++input) {
+    const auto sensor = Number_Key("an_sel" + std::to_string(input), 0, Last_Index(Sens_Def.size()));
+    Sensor_Selection[input] = sensor.value_or(0);
+  }
+}
+
+void Read_Start_Preset() {
+  const int last = Last_Index(Preset_List.size());
+  const int otherwise = Default_Preset <= last ? Default_Preset : 0;
+  User_Preset = Number_Key("User_Preset", 0, last).value_or(otherwise);
+  DatasetID = static_cast<std::int16_t>(Mask_Dataset(Selected_Preset().mask));
+}
+
+}  // namespace
+
+void Init_ini_file() {
+  Read_Ports();
+  card_data_dir = With_Separator(Read_Key("card_data_dir").value_or(""));
+  Write_Key("start_dir", start_dir);
+  Check_Ini_Writable();
+  Reset_Load_Axes_State();
+  Read_Sensors();
+  Read_Load_Axes(Read_Keys("map_lst"));
+  Read_Presets(Read_Keys("preset_list"));
+  Read_Selection();
+  Read_Start_Preset();
+}
+
+}  // namespace kx

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace kx {
+
+/// Reads preferences and definitions from the ini file: COM port, directory of the last tune, sensors, load
+/// axes, presets, sensor selection, start preset and with it DatasetID. Lists without a line keep their
+/// placeholder entries. Needs start_dir and the brand's profile. Runs at start and when the sensor editor
+/// shows.
+///
+/// It lives with the sensors because this is the lowest folder that sees both the configuration store and the
+/// sensors.
+void Init_ini_file();
+
+}  // namespace kx

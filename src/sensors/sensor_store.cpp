@@ -1,0 +1,99 @@
+#include "sensors/sensor_store.h"
+
+#include <algorithm>
+
+#include "settings/failure.h"
+#include "settings/ini_file_adm.h"
+#include "settings/numbers.h"
+#include "settings/text_encoding.h"
+
+namespace kx {
+namespace {
+
+constexpr int first_table_field = 3;
+
+Sensor Unused_Sensor() {
+  Sensor sensor;
+  sensor.name = "<not used>";
+  sensor.unit = "value";
+  return sensor;
+}
+
+Table_Columns Unused_Columns() {
+  Table_Columns columns{};
+  for (std::size_t i = 1; i < columns.size(); ++i) columns[i] = static_cast<double>(i);
+  return columns;
+}
+
+double Number_Field(std::string_view line, int n) { return Val_Any(Extract_Data(line, n)); }
+
+void Take_Linear(std::string_view line, Sensor& sensor, Table_Columns& columns) {
+  sensor.gain = Number_Field(line, 3);
+  sensor.offset = Number_Field(line, 4);
+  sensor.minimum = Number_Field(line, 5);
+  sensor.maximum = Number_Field(line, 6);
+  sensor.unit = Extract_Data(line, 7);
+  columns[0] = Whole_Decimals(Number_Field(line, 8));
+  sensor.input_unit = Extract_Data(line, 9);
+}
+
+void Take_Table(std::string_view line, Sensor& sensor, Table_Columns& columns) {
+  for (int i = 0; i < table_points; ++i) {
+    columns[static_cast<std::size_t>(i + 1)] = Number_Field(line, first_table_field + i);
+  }
+  sensor.unit = Extract_Data(line, 36);
+  columns[0] = Whole_Decimals(Number_Field(line, 37));
+  sensor.input_unit = Extract_Data(line, 38);
+}
+
+std::size_t Checked_Row(int sensor) {
+  if (sensor < 0 || sensor >= static_cast<int>(Sens_Def.size())) Fail_Subscript();
+  return static_cast<std::size_t>(sensor);
+}
+
+}  // namespace
+
+std::vector<Sensor> Sens_Def{Unused_Sensor()};
+std::vector<Table_Columns> Sens_Tab{Unused_Columns()};
+std::array<int, 5> Sensor_Selection{-1, 0, 0, 0, 0};
+int Temp_Sensor_Index = 0;
+
+int Sensor_On_Input(int input) {
+  if (input < 0 || input >= static_cast<int>(Sensor_Selection.size())) Fail_Subscript();
+  return Sensor_Selection[static_cast<std::size_t>(input)];
+}
+
+void Add_Sensor(std::string_view line) {
+  const std::string ended = std::string(line) + Crlf();
+  Sensor sensor;
+  sensor.name = Extract_Data(ended, 1);
+  sensor.kind = Extract_Data(ended, 2);
+  Table_Columns columns{};
+  if (sensor.kind == "Linear") Take_Linear(ended, sensor, columns);
+  if (sensor.kind == "Tab") Take_Table(ended, sensor, columns);
+  Sens_Def.push_back(sensor);
+  Sens_Tab.push_back(columns);
+}
+
+std::string Sensor_Name(int sensor) { return sensor == -1 ? "" : Sens_Def[Checked_Row(sensor)].name; }
+
+std::string Sensor_Unit(int sensor) { return sensor == -1 ? "" : Sens_Def[Checked_Row(sensor)].unit; }
+
+std::string Sensor_Format(int sensor) {
+  return Decimals_Mask(sensor == -1 ? 0 : static_cast<int>(Sens_Tab[Checked_Row(sensor)][0]));
+}
+
+double Whole_Decimals(double number) { return std::clamp(Round_Whole(number), 0.0, 4.0); }
+
+void Clear_Sensors() {
+  Sens_Def = {Unused_Sensor()};
+  Sens_Tab = {Unused_Columns()};
+}
+
+void Reset_Sensor_State() {
+  Clear_Sensors();
+  Sensor_Selection = {-1, 0, 0, 0, 0};
+  Temp_Sensor_Index = 0;
+}
+
+}  // namespace kx
