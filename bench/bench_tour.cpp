@@ -134,10 +134,14 @@ class Tour {
     journal_ += kx::Debug_txt.Text();
   }
 
+  static void Pick(kx::Table_Grid* grid, int row) {
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(row - 1, 0)).center());
+  }
+
   void Raise_Ignition() {
     Go_To(1, "SSTab_Ignition", 0);
     auto* grid = Find<kx::Table_Grid>("Ig_MAP_Grid");
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(19, 2)).center());
+    Pick(grid, 20);
     QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
     QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
     before_ = CardByte;
@@ -158,7 +162,7 @@ class Tour {
   void Type_Fuel() {
     Go_To(2, "SSTab_Fuel", 0);
     auto* grid = Find<kx::Table_Grid>("Fuel_MAP_Grid");
-    grid->selectRow(11);
+    Pick(grid, 12);
     QTest::keyClicks(grid, "1.6");
     constexpr int byte_of_1_6_ms = 136;
     Require(CardByte[kx::map::fuel_load.first + 11] == byte_of_1_6_ms, "the typed cell was not stored");

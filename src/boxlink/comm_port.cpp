@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "boxlink/line_log.h"
 #include "boxlink/port_map.h"
 #include "platform/seams.h"
 #include "settings/failure.h"
@@ -16,28 +17,30 @@ Comm_Port MSComm1;
 
 void Comm_Port::Set_CommPort(int com_number) { com_number_ = com_number; }
 
-void Comm_Port::Set_Settings(std::string_view settings) {
-  if (settings != "115200,n,8,1") throw Failure("Invalid port settings: " + std::string(settings));
-}
-
 platform::Port_Error Comm_Port::Set_PortOpen(bool open) {
   if (open) return Open();
   Close();
   return {};
 }
 
-bool Comm_Port::PortOpen() const { return seams.serial_port != nullptr && seams.serial_port->Is_Open(); }
+bool Comm_Port::PortOpen() const {
+  return !lost_ && seams.serial_port != nullptr && seams.serial_port->Is_Open();
+}
 
 platform::Port_Error Comm_Port::Open() {
   if (PortOpen()) return {};
   Close();
+  if (settings_ != line_settings) return {port_error::unsupported, "No such line settings: " + settings_};
   device_ = Device_Path(com_number_);
   if (device_.empty()) return {port_error::not_found, "No such device"};
   seams.serial_port->on_event = [this](Line_Event event) { Report(event); };
-  return seams.serial_port->Open(device_);
+  const platform::Port_Error error = seams.serial_port->Open(device_);
+  if (error.Ok()) Log_Line(Line_Direction::opened, device_);
+  return error;
 }
 
 void Comm_Port::Close() {
+  if (PortOpen()) Log_Line(Line_Direction::closed);
   if (seams.serial_port != nullptr) seams.serial_port->Close();
   waiting_.clear();
   fresh_ = false;
@@ -49,13 +52,16 @@ void Comm_Port::Close() {
 void Comm_Port::Reset() {
   Close();
   com_number_ = 1;
+  settings_ = line_settings;
   device_.clear();
   event_ = 0;
 }
 
 void Comm_Port::Output(std::string_view text) {
   Fail_If_Lost();
-  if (!PortOpen() || seams.serial_port->Write(text)) return;
+  if (!PortOpen()) return;
+  Log_Line(Line_Direction::sent, text);
+  if (seams.serial_port->Write(text)) return;
   Note_Loss();
   Fail_If_Lost();
 }
@@ -78,9 +84,15 @@ int Comm_Port::InBufferCount() {
 
 void Comm_Port::Take_Arrived() {
   if (!PortOpen()) return;
-  const std::string arrived = seams.serial_port->Read();
-  fresh_ = fresh_ || !arrived.empty();
+  if (Keep(seams.serial_port->Read())) fresh_ = true;
+}
+
+/// True when something has @p arrived.
+bool Comm_Port::Keep(const std::string& arrived) {
+  if (arrived.empty()) return false;
+  Log_Line(Line_Direction::received, arrived);
   waiting_.append(arrived, 0, input_buffer_size - waiting_.size());
+  return true;
 }
 
 void Comm_Port::Fail_If_Lost() const {
@@ -89,8 +101,8 @@ void Comm_Port::Fail_If_Lost() const {
 
 /// What the device had delivered before it went stays in reach.
 void Comm_Port::Note_Loss() {
-  const std::string arrived = seams.serial_port->Read();
-  waiting_.append(arrived, 0, input_buffer_size - waiting_.size());
+  (void)Keep(seams.serial_port->Read());
+  Log_Line(Line_Direction::lost);
   seams.serial_port->Close();
   lost_ = true;
 }

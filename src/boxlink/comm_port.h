@@ -12,6 +12,9 @@ namespace kx {
 /// The text of the failure with which a device that has gone answers every use.
 inline constexpr const char* lost_connection = "Lost connection with USB port";
 
+/// Baud, parity, data bits and stop bits of the box, which no other device here has.
+inline constexpr std::string_view line_settings = "115200,n,8,1";
+
 /// What CommEvent tells of the event that is being reported.
 namespace comm_event {
 inline constexpr int receive = 2;
@@ -34,8 +37,8 @@ class Comm_Port {
   void Set_CommPort(int com_number);
   [[nodiscard]] int CommPort() const { return com_number_; }
 
-  /// Line settings as "115200,n,8,1", the only ones that there are; others throw Failure.
-  void Set_Settings(std::string_view settings);
+  /// Line settings of the next opening; it fails for any but line_settings.
+  void Set_Settings(std::string_view settings) { settings_ = settings; }
 
   /// Opens the port, with RThreshold and InputLen 0, or closes it. Opening an open port does nothing.
   platform::Port_Error Set_PortOpen(bool open);
@@ -76,9 +79,11 @@ class Comm_Port {
   void Raise(int code);
   void Note_Loss();
   void Take_Arrived();
+  bool Keep(const std::string& arrived);
   void Fail_If_Lost() const;
 
   int com_number_ = 1;
+  std::string settings_{line_settings};
   std::string device_;
   std::string waiting_;
   bool fresh_ = false;  // characters have come since the last receive event

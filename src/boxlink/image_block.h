@@ -26,4 +26,11 @@ inline constexpr char slave_marker = '#';
 /// Bytes 0 to @p last of @p image from the digits; the bytes behind stay. Values outside 0..255 are clipped.
 void Decode_Digits(std::string_view digits, int last, Byte_Image& image);
 
+/// The digits as the timer-driven engine takes them: by place, from a collected @p text that may go on behind
+/// the block. Nothing as long as too little has come, or when no marker stands where one must.
+[[nodiscard]] std::optional<std::string> Timer_Image_Digits(std::string_view text);
+
+/// The image of 512 @p digits by Timer_Pair_Value. Nothing when a pair gives more than a byte.
+[[nodiscard]] std::optional<Byte_Image> Decode_Timer_Digits(std::string_view digits);
+
 }  // namespace kx

@@ -1,9 +1,14 @@
 #include "boxlink/link_state.h"
 
+#include <exception>
+
 #include "boxlink/box_info.h"
 #include "boxlink/comm_port.h"
+#include "boxlink/line_log.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
+#include "boxlink/timer_engine.h"
+#include "settings/refresh.h"
 
 namespace kx {
 
@@ -29,7 +34,18 @@ void Clear_Transfer_Modes() {
   Write_Verify = false;
 }
 
+void Refresh_Views(void (*refresh)()) {
+  try {
+    refresh();
+  } catch (const std::exception&) {
+    Undo_Busy = false;
+    rs232_text.Set(words::error_in_updating);
+  }
+}
+
 void Reset_Link_State() {
+  on_transfer_change = nullptr;
+  Reset_Timer_Engine();
   Box_Master_Image = {};
   Box_Slave_Image = {};
   Diff_Flags = {};
@@ -38,7 +54,7 @@ void Reset_Link_State() {
   MSComm1.OnComm = MSComm1_OnComm;
   Box_Info_OK = false;
   Quiet_Close = false;
-  on_transfer_change = nullptr;
+  Reset_Line_Log();
   Reset_Box_Info();
   Reset_Texts();
 }

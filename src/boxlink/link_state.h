@@ -17,6 +17,9 @@ extern bool Write_Verify;  ///< the comparison in progress is the read-back of a
 /// Clears the three modes; every way out of a transfer does.
 void Clear_Transfer_Modes();
 
+/// Runs @p refresh at the end of a read. A view that fails is told in the status; the tune has been read.
+void Refresh_Views(void (*refresh)());
+
 /// Brings the whole box link to its state before the first transfer, port closed.
 void Reset_Link_State();
 

@@ -11,8 +11,8 @@ Shown_Text Debug_txt;
 Shown_Text Text1;
 Shown_Text uncoded;
 
-std::string With_Time(std::string_view word) {
-  return std::string(word) + platform::seams.clock->Time_Text();
+std::string With_Time(std::string_view word, std::string_view end) {
+  return std::string(word) + platform::seams.clock->Time_Text() + std::string(end);
 }
 
 void Add_To_Journal(std::string_view line) { Debug_txt.Append(std::string(line) + Crlf()); }

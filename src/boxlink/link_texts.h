@@ -13,7 +13,8 @@ extern Shown_Text Debug_txt;       ///< journal of the transfer; the form keeps 
 extern Shown_Text Text1;           ///< result of the port test
 extern Shown_Text uncoded;         ///< the box's information as last asked for
 
-/// Every status word of the link, once. Those that end in a blank are followed by the time.
+/// Every status word of the link, once. Those that end in a blank are followed by the time, some then by one
+/// of the two ends.
 namespace words {
 inline constexpr std::string_view at_start = "< COM-Port info >";
 inline constexpr std::string_view transfer_pressed = "< ..... >";
@@ -41,10 +42,29 @@ inline constexpr std::string_view write_started = "Write started ";
 inline constexpr std::string_view writing = "Writing... ";  // no time
 inline constexpr std::string_view write_aborted = "Write aborted ";
 inline constexpr std::string_view write_finished = "Write finished ";
+
+// The timer-driven engine.
+inline constexpr std::string_view end = " >";
+inline constexpr std::string_view dotted_end = "... >";
+inline constexpr std::string_view slave_check = "< Check >";
+inline constexpr std::string_view second_slave_check = "< Check2 >";
+inline constexpr std::string_view reading_data = "< reading data from KX... >";
+inline constexpr std::string_view verifying = "< verifying... >";
+inline constexpr std::string_view writing_data = "< writing data to KX... >";
+inline constexpr std::string_view data_read = "< KX read ";              // time, end
+inline constexpr std::string_view data_written = "< write finished ";    // time, end
+inline constexpr std::string_view data_read_back = "< Write finished ";  // time, dotted end
+inline constexpr std::string_view data_verified = "< KX data verify OK >";
+inline constexpr std::string_view data_differs = "< verify failure >";              // offsets
+inline constexpr std::string_view slave_written = "< Write finished, slave OK,  ";  // time, dotted end
+inline constexpr std::string_view slave_differs = "< Slave EE not matching... >";
+inline constexpr std::string_view dataset_not_matched = "< Dataset ID not matched >";
+inline constexpr std::string_view card_byte_error = "< Card byte error >";
+inline constexpr std::string_view communication_error = "< communication error >";
 }  // namespace words
 
-/// @p word followed by the time of day.
-[[nodiscard]] std::string With_Time(std::string_view word);
+/// @p word followed by the time of day and @p end.
+[[nodiscard]] std::string With_Time(std::string_view word, std::string_view end = {});
 
 /// Adds a line to the journal.
 void Add_To_Journal(std::string_view line);

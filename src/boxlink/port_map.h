@@ -8,11 +8,12 @@
 /// to the next; a line com_device<n>=path of the settings file puts any device under a number.
 namespace kx {
 
-/// Numbers of Port_Error that have a remedy.
+/// Numbers of Port_Error that the program tells apart.
 namespace port_error {
 inline constexpr int not_found = 1;
 inline constexpr int no_permission = 2;
 inline constexpr int in_use = 3;
+inline constexpr int unsupported = 7;
 }  // namespace port_error
 
 /// Highest number with a device of its own; the ones above stand for the further devices of the machine.

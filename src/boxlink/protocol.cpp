@@ -3,6 +3,7 @@
 #include "boxlink/comm_port.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/port_map.h"
+#include "boxlink/timer_engine.h"
 #include "settings/message.h"
 #include "settings/session.h"
 #include "settings/wait.h"
@@ -14,8 +15,6 @@ bool Quiet_Close = false;
 std::function<void()> on_transfer_change;
 
 namespace {
-
-constexpr std::string_view line_settings = "115200,n,8,1";
 
 bool transfer_running = false;
 bool communication_box_open = false;
@@ -48,11 +47,16 @@ void Open_Box_Port() {
   (void)Open_For_Transfer();
 }
 
-void Com_knapp2_Click() {
+void Close_Box_Port() {
   if (!Quiet_Close) Report_Port(words::port_closed_end);
-  if (!MSComm1.PortOpen()) return;
+  if (!MSComm1.PortOpen() && !MSComm1.Lost()) return;
   MSComm1.Set_PortOpen(false);
   Quiet_Close = false;
+}
+
+void Com_knapp2_Click() {
+  Stop_Timer_Engine();
+  Close_Box_Port();
 }
 
 void MSComm1_OnComm() {
@@ -88,12 +92,18 @@ bool Send_Wait_Rec(std::string_view command, double limit, int wanted, std::stri
 
 bool Transfer_Running() { return transfer_running; }
 
-Transfer_Guard::Transfer_Guard() : entered_(!transfer_running) {
-  if (entered_) Set_Transfer_Running(true);
+bool Take_Line() {
+  if (transfer_running) return false;
+  Set_Transfer_Running(true);
+  return true;
 }
 
+void Free_Line() { Set_Transfer_Running(false); }
+
+Transfer_Guard::Transfer_Guard() : entered_(Take_Line()) {}
+
 Transfer_Guard::~Transfer_Guard() {
-  if (entered_) Set_Transfer_Running(false);
+  if (entered_) Free_Line();
 }
 
 }  // namespace kx

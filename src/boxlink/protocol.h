@@ -21,7 +21,10 @@ extern bool Quiet_Close;
 /// Reports the port as open and opens it when it is closed.
 void Open_Box_Port();
 
-/// "Close port": closes an open port and reports it, unless Quiet_Close is set.
+/// Closes an open port and reports it, unless Quiet_Close is set.
+void Close_Box_Port();
+
+/// "Close port": the same, and the end of a timer-driven transfer.
 void Com_knapp2_Click();
 
 /// Receive event of the port: tells of line errors, one box at a time; errors meanwhile are dropped.
@@ -45,6 +48,12 @@ bool Send_Wait_Rec(std::string_view command, double limit, int wanted, std::stri
 
 /// Called whenever Transfer_Running changes, for the controls that start a transfer; must not throw.
 extern std::function<void()> on_transfer_change;
+
+/// Takes the line for an operation that goes on after its handler. False when another has it already.
+[[nodiscard]] bool Take_Line();
+
+/// Ends what Take_Line began.
+void Free_Line();
 
 /// Holds the line for one operation. A second operation that is started inside a wait of the first is not
 /// entered and leaves quietly.

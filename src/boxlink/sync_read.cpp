@@ -1,10 +1,10 @@
-#include <exception>
 #include <string>
 #include <utility>
 
 #include "boxlink/box_info.h"
 #include "boxlink/comm_port.h"
 #include "boxlink/image_block.h"
+#include "boxlink/link_state.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
 #include "boxlink/sync_steps.h"
@@ -70,12 +70,7 @@ bool Open_And_Ask() {
 
 void Finish_Read(void (*refresh)()) {
   MSComm1.Set_PortOpen(false);
-  try {
-    refresh();
-  } catch (const std::exception&) {
-    Undo_Busy = false;
-    rs232_text.Set(words::error_in_updating);
-  }
+  Refresh_Views(refresh);
 }
 
 void Read() {

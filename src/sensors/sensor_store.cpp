@@ -38,9 +38,8 @@ void Take_Linear(std::string_view line, Sensor& sensor, Table_Columns& columns) 
 }
 
 void Take_Table(std::string_view line, Sensor& sensor, Table_Columns& columns) {
-  for (int i = 0; i < table_points; ++i) {
-    columns[static_cast<std::size_t>(i + 1)] = Number_Field(line, first_table_field + i);
-  }
+  int field = first_table_field;
+  for (std::size_t i = 1; i < columns.size(); ++i) columns[i] = Number_Field(line, field++);
   sensor.unit = Extract_Data(line, 36);
   columns[0] = Whole_Decimals(Number_Field(line, 37));
   sensor.input_unit = Extract_Data(line, 38);

@@ -89,13 +89,13 @@ struct Field {
 
 constexpr Field fuel_enrichment_strategy{flags_a, 0x04};
 constexpr Field slave_mode{flags_a, 0x08};
-constexpr Field fuel_rpm_250{flags_a, 0x40};     ///< shares its bit with max_retard_enable
+constexpr Field fuel_rpm_250{flags_a, 0x40};  ///< shares its bit with max_retard_enable
 constexpr Field max_retard_enable{flags_a, 0x40};
 constexpr Field retard_on_ae{flags_a, 0x80};
 constexpr Field io_mode_4{flags_b, 0x04};
 constexpr Field pwm_on_off{flags_b, 0x08};
 constexpr Field boost_pid{flags_b, 0x20};
-constexpr Field maf_sim_output{flags_b, 0x40};   ///< stored inverted: 1 minus list index
+constexpr Field maf_sim_output{flags_b, 0x40};  ///< stored inverted: 1 minus list index
 constexpr Field maf_sim_limit{flags_b, 0x80};
 constexpr Field ignition_load_second{load_base, 0x03};
 constexpr Field ignition_load_input{load_base, 0x0C};
@@ -109,7 +109,7 @@ constexpr Field air_temperature_input{sensor_selects, 0xC0};
 constexpr Field semi_sequential_fuel{analog_sync, 0x40};
 constexpr Field fuel_not_extended{flags_c, 0x01};
 constexpr Field an2_mode{flags_c, 0x06};
-constexpr Field an2_is_curve{flags_c, 0x02};     ///< low bit of an2_mode
+constexpr Field an2_is_curve{flags_c, 0x02};  ///< low bit of an2_mode
 constexpr Field maf_sim_enable{flags_c, 0x10};
 constexpr Field fuel_by_pwm{flags_c, 0x20};
 constexpr Field io_mode{flags_c, 0xC0};

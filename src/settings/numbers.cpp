@@ -36,14 +36,11 @@ Decimal Decimal_Of(double value) {
 
 /// Adds one to the last digit of @p digits; true when the carry leaves the front.
 bool Add_One(std::string& digits) {
-  for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
-    if (*digit != '9') {
-      ++*digit;
-      return false;
-    }
-    *digit = '0';
-  }
-  return true;
+  const std::size_t last = digits.find_last_not_of('9');
+  const bool leaves = last == std::string::npos;
+  if (!leaves) ++digits[last];
+  for (std::size_t i = leaves ? 0 : last + 1; i < digits.size(); ++i) digits[i] = '0';
+  return leaves;
 }
 
 /// True when the digits from @p keep on make up more than half a unit, or just half and @p half_up says so.

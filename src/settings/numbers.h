@@ -27,9 +27,9 @@ namespace kx {
 /// The same for a number's text, read by Val_Any.
 [[nodiscard]] std::uint8_t byte_chk(std::string_view text);
 
-/// Text of @p value by a mask of zeros such as "0", "00" or "0.00": half away from zero on the decimal text of
-/// 15 significant digits, "." as sign, leading zeros as the mask has them, "-" before them ("-03"). An empty
-/// mask gives Number_Text.
+/// Text of @p value by a mask of zeros such as "0", "00" or "0.00": half away from zero on the decimal text
+/// of 15 significant digits, "." as sign, leading zeros as the mask has them, "-" before them ("-03"). An
+/// empty mask gives Number_Text.
 [[nodiscard]] std::string Format(double value, std::string_view mask);
 
 /// The same for a value that may be missing, which gives an empty text.
@@ -44,8 +44,8 @@ namespace kx {
 /// Leading number of @p text with "," or "." as decimal sign; blanks do not count; 0 when there is none.
 [[nodiscard]] double Val_Any(std::string_view text);
 
-/// The number that the whole of @p text is, decimal sign as in Val_Any, blanks around it allowed. Nothing when
-/// the text is not one number.
+/// The number that the whole of @p text is, decimal sign as in Val_Any, blanks around it allowed. Nothing
+/// when the text is not one number.
 [[nodiscard]] std::optional<double> Whole_Number_Text(std::string_view text);
 
 }  // namespace kx

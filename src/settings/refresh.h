@@ -5,8 +5,8 @@
 
 namespace kx {
 
-/// What the lower subsystems ask of the views. The hooks are set by the workspace when the program starts (or by
-/// a test) and stay for the run; an unset hook does nothing.
+/// What the lower subsystems ask of the views. The hooks are set by the workspace when the program starts (or
+/// by a test) and stay for the run; an unset hook does nothing.
 struct Refresh_Hooks {
   std::function<void()> update_all;
   std::function<void()> update_tabs;

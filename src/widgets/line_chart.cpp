@@ -35,7 +35,9 @@ QCPRange Value_Range(const Chart& chart) {
   }
   const double span = std::max(high - low, smallest_span);
   const double step = Nice_Step(span / 6);
-  return {std::floor((low - span * 0.04) / step) * step, std::ceil((high + span * 0.08) / step) * step};
+  // A curve that never goes below 0 has no use for an axis that does.
+  const double below = low >= 0 ? 0 : span * 0.04;
+  return {std::floor((low - below) / step) * step, std::ceil((high + span * 0.08) / step) * step};
 }
 
 /// The axis stays while the curve fits into it and uses it well, so that it does not jump at every edit.

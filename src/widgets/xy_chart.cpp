@@ -22,6 +22,7 @@ Xy_Chart::Xy_Chart(const QString& name, const QString& title, const QString& x_t
 
 void Xy_Chart::Show(const QVector<double>& x, const QVector<double>& y, QCPRange x_range, int divisions) {
   graph(0)->setData(x, y);
+  divisions_->setTickOrigin(x_range.lower);
   divisions_->setTickStep(x_range.size() / divisions);
   xAxis->setRange(x_range);
   yAxis->rescale();

@@ -44,6 +44,7 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   Make_Menus();
   Set_Hooks();
   Load_Event();
+  prefs_ = std::make_unique<KX_prefs>();
   Show_Title();
 }
 
@@ -68,13 +69,10 @@ void BoostProgMain::Make_Layout() {
   connect(sstab_Main_, &QTabWidget::currentChanged, this, &BoostProgMain::Tab_Changed);
 
   tblctrl_ = new Table_Control_Panel;
-  QSizePolicy kept = tblctrl_->sizePolicy();
-  kept.setRetainSizeWhenHidden(true);
-  tblctrl_->setSizePolicy(kept);
   communication_ = new Communication_Panel;
   auto* side = new QVBoxLayout;
-  side->addWidget(tblctrl_);
   side->addWidget(communication_, 1);
+  side->addWidget(tblctrl_);
   auto* side_widget = new QWidget;
   side_widget->setLayout(side);
   side->setContentsMargins(0, 0, 0, 0);
@@ -111,6 +109,8 @@ void BoostProgMain::Make_Menus() {
   QMenu* settings = menuBar()->addMenu("&Settings");
   QAction* config = settings->addAction("&Box settings...", QKeySequence("F2"), this, [this] { Show_Form(*config_); });
   config->setObjectName("Box_Settings");
+  QAction* prefs = settings->addAction("&PC settings...", QKeySequence("F4"), this, [this] { Show_Form(*prefs_); });
+  prefs->setObjectName("PC_Settings");
   QAction* summary = settings->addAction("Setting &summary...", QKeySequence("F3"), this, [this] {
     summary_->Open_With_Box_Settings();
   });
@@ -195,6 +195,7 @@ void BoostProgMain::closeEvent(QCloseEvent* event) {
   Begin_Shutdown();
   config_->close();
   summary_->close();
+  prefs_->close();
   event->accept();
 }
 

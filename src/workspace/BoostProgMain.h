@@ -6,6 +6,7 @@
 
 #include <memory>
 
+#include "boxlink/KX_prefs.h"
 #include "workspace/KX_Config.h"
 #include "workspace/KX_Setting_Summary.h"
 #include "workspace/panels/Analog_Panel.h"
@@ -55,6 +56,7 @@ class BoostProgMain : public QMainWindow {
   QLabel* preset_status_;
   std::unique_ptr<KX_Config> config_;
   std::unique_ptr<KX_Setting_Summary> summary_;
+  std::unique_ptr<KX_prefs> prefs_;
   bool config_was_visible_ = false;  ///< before the main form was minimised
 };
 

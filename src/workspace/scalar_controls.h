@@ -22,12 +22,12 @@ struct Scalar_Row {
   int large_step;
   std::string_view label;
   std::array<Scalar_Text_Row, 3> texts;
-  std::string_view unit = {};  ///< of the first text, where neither the text nor the label names it
-  std::string_view tip = {};   ///< tool tip
-  int max = 255;               ///< the position runs from 0
-  bool reversed = false;       ///< the largest position stands at the left
-  int captures = 0;            ///< history slots that one move fills with the state before it
-  double counts_a_step = 1;    ///< byte = position x this, nearest, ties to even
+  std::string_view unit = {};      ///< of the first text, where neither the text nor the label names it
+  std::string_view tip = {};       ///< tool tip
+  int max = 255;                   ///< the position runs from 0
+  bool reversed = false;           ///< the largest position stands at the left
+  int captures = 0;                ///< history slots that one move fills with the state before it
+  double counts_a_step = 1;        ///< byte = position x this, nearest, ties to even
   void (*afterwards)() = nullptr;  ///< runs once the byte is stored
 };
 

@@ -4,8 +4,6 @@
 #include <limits>
 
 #include "boxlink/box_info.h"
-#include "boxlink/comm_port.h"
-#include "boxlink/protocol.h"
 #include "platform/seams.h"
 #include "sensors/conversion.h"
 #include "sensors/sensor_store.h"
@@ -26,22 +24,6 @@ Shown_Text txt_SettingSummary;
 namespace {
 
 constexpr int inputs = 4;
-
-/// Asks the connected box who it is while the line is free. What fails leaves what is known of the box, and
-/// the port is left as it was found.
-void Ask_Box() {
-  const Transfer_Guard running;
-  if (!running.Entered()) return;
-  const bool was_open = MSComm1.PortOpen();
-  try {
-    if (!Open_For_Transfer()) return;
-    Drop_Input();
-    Get_Box_Info();
-  } catch (const Failure&) {
-    // The device has gone in the middle; the report goes on without it.
-  }
-  if (!was_open) MSComm1.Set_PortOpen(false);
-}
 
 std::string Line(std::string_view field, std::string_view value = {}) {
   return std::string(field) + std::string(value) + Crlf();
@@ -168,7 +150,7 @@ std::string Preference_Lines() {
 }  // namespace
 
 void Update_Readable_Setting_Window() {
-  Ask_Box();
+  Refresh_Box_Info_Quietly();
   Readable_Settings =
       Line("[readable_settings]") + Line("--------Box Configurations--------") + Box_Lines() +
       Configuration_Lines() + Preference_Lines() +

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "platform/seams.h"
+#include "widgets/table_grid.h"
 #include "workspace/tables.h"
 
 namespace kx {
@@ -33,6 +34,13 @@ void Form_Fixture::Show(Table table) {
   Find<QTabWidget>("sstab_Main")->setCurrentIndex(row.tab);
   qobject_cast<QTabWidget*>(Find<QTabWidget>("sstab_Main")->widget(row.tab))->setCurrentIndex(row.sub_tab);
   QApplication::processEvents();
+}
+
+void Form_Fixture::Pick(Table table, int row) {
+  auto* grid = Find<Table_Grid>(Row_Of(table).grid);
+  const QModelIndex cell = grid->model()->index(row - 1, 0);
+  grid->scrollTo(cell);
+  QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(cell).center());
 }
 
 void Form_Fixture::Click(const char* button) {

@@ -35,6 +35,9 @@ class Form_Fixture : public testing::Test {
 
   /// Brings a table on show, as by clicks on its tabs.
   void Show(Table table);
+
+  /// Clicks into the row of the table's grid.
+  void Pick(Table table, int row);
   void Click(const char* button);
   void Trigger(const char* entry);
   void Write_File(const std::string& name, const std::string& bytes);

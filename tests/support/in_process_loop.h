@@ -7,12 +7,13 @@
 #include <vector>
 
 #include "platform/event_loop.h"
+#include "settings/message.h"
 #include "support/stepped_clock.h"
 
 namespace kx::test {
 
 /// An event loop on a stepped clock: each turn moves the clock on, so that a wait that spins comes to its
-/// end, and then runs what is due.
+/// end, and then runs what is due. Ticks stand under the program's last guard, as in the real loop.
 class In_Process_Loop : public platform::Event_Loop {
  public:
   explicit In_Process_Loop(Stepped_Clock& clock, double seconds_a_turn = 0.001)
@@ -54,7 +55,7 @@ class In_Process_Loop : public platform::Event_Loop {
       due = now + interval;
       running = true;  // a tick does not run inside itself
       const auto tick = handler;
-      if (tick) tick();
+      if (tick) Guarded(tick);
       running = false;
     }
     Stepped_Clock& clock;

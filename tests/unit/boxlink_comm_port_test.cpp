@@ -109,9 +109,12 @@ TEST_F(Comm_Port_Object, A_Closed_Port_Is_Quiet) {
   EXPECT_THAT(port_.writes, ElementsAre());
 }
 
-TEST_F(Comm_Port_Object, Only_One_Kind_Of_Line_Exists) {
-  EXPECT_NO_THROW(MSComm1.Set_Settings("115200,n,8,1"));
-  EXPECT_THROW(MSComm1.Set_Settings("9600,e,7,2"), Failure);
+TEST_F(Comm_Port_Object, Only_One_Kind_Of_Line_Opens) {
+  MSComm1.Set_PortOpen(false);
+  MSComm1.Set_Settings("9600,e,7,2");
+  EXPECT_EQ(MSComm1.Set_PortOpen(true).number, 7);
+  MSComm1.Set_Settings("115200,n,8,1");
+  EXPECT_TRUE(MSComm1.Set_PortOpen(true).Ok());
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ TEST_F(Sync_Engine, Read_Without_A_Box_Leaves_The_Port_Open_And_The_Next_One_Wor
   EXPECT_EQ(CardByte, Byte_Image());
   EXPECT_TRUE(MSComm1.PortOpen());
   Set_Faults("");
-  port_.Arrive("what came in between");
+  port_.Arrive("SC ID 107\r\n");  // old text must not be taken for the answer
   Read_Settings_Click();
   EXPECT_EQ(CardByte, test::Sample_Tune());
   port_stays_open_ = false;
@@ -148,6 +148,9 @@ TEST_F(Sync_Engine, Verify_Lists_What_Differs_In_Bytes_0_To_250) {
   Byte_Image marks;
   for (const int i : {0, 46, 250}) marks[i] = 255;
   EXPECT_EQ(Diff_Flags, marks);
+  Box() = test::Sample_Box();
+  Verify_Settings_Click();
+  EXPECT_EQ(Diff_Flags, Byte_Image());
 }
 
 TEST_F(Sync_Engine, Verify_Without_An_Image_Compares_With_The_Last_One) {
@@ -203,29 +206,40 @@ TEST_F(Sync_Engine, Write_Without_A_Difference_Sends_No_Byte) {
 }
 
 TEST_F(Sync_Engine, Write_Is_Not_Shifted_By_What_The_Box_Says_Unasked) {
-  for (const char* knobs : {"on=$,single", "on=$,stale=xyz", "single", "on=$,twice"}) {
+  struct Shift_Case {
+    const char* knobs;
+    double turn;  ///< seconds; a character takes 0.000087
+  };
+  const Shift_Case cases[] = {
+      {"on=$,single", 0.00002}, {"single", 0.00002}, {"on=$,stale=xyz", 0.00015}, {"on=$,twice", 0.0005}};
+  for (const Shift_Case& row : cases) {
     for (int i = 10; i < 200; i += 2) CardByte[i] ^= 0x3C;
-    Set_Faults(knobs);
+    loop_.Set_Turn(row.turn);
+    Set_Faults(row.knobs);
     Write_Settings_Click();
-    EXPECT_EQ(Status(), "Write finished T") << knobs;
-    EXPECT_THAT(Journal(), HasSubstr("|UE1 OK |UE2 OK |UE3 OK |")) << knobs;
-    EXPECT_EQ(Box().Master, test::As_Sent(CardByte)) << knobs;
+    EXPECT_EQ(Status(), "Write finished T") << row.knobs;
+    EXPECT_THAT(Journal(), HasSubstr("|UE1 OK |UE2 OK |UE3 OK |")) << row.knobs;
+    EXPECT_EQ(Box().Master, test::As_Sent(CardByte)) << row.knobs;
   }
 }
 
 TEST_F(Sync_Engine, A_Byte_Without_Its_Answer_Ends_The_Bytes) {
   CardByte[10] ^= 1;
   CardByte[20] ^= 1;
-  Set_Faults("on=digit,corrupt=5");
-  ask_.Expect("Write verify failed!");
-  Write_Settings_Click();
-  EXPECT_EQ(ask_.last_box.icon, platform::Icon::critical);
-  EXPECT_EQ(Written(), "bw0A" + dec2hex(CardByte[10], 2));
-  EXPECT_EQ(Journal(),
-            "Write started T|Verify started T|Some master miss match|Write verify started T|"
-            "Master miss match 20|Some master miss match|Verify finished and failed T|"
-            "Byte: 10  WRITE ERROR |UE1 OK |UE2 OK |UE3 OK ||Write finished T");
-  EXPECT_EQ(Status(), "Write finished T");
+  for (const char* knobs : {"on=digit,corrupt=5", "on=digit,duplicate=4"}) {
+    Box() = test::Sample_Box();
+    Set_Faults(knobs);
+    port_.writes.clear();
+    ask_.Expect("Write verify failed!");
+    Write_Settings_Click();
+    EXPECT_EQ(ask_.last_box.icon, platform::Icon::critical);
+    EXPECT_EQ(Written(), "bw0A" + dec2hex(CardByte[10], 2));
+    EXPECT_EQ(Journal(),
+              "Write started T|Verify started T|Some master miss match|Write verify started T|"
+              "Master miss match 20|Some master miss match|Verify finished and failed T|"
+              "Byte: 10  WRITE ERROR |UE1 OK |UE2 OK |UE3 OK ||Write finished T");
+    EXPECT_EQ(Status(), "Write finished T");
+  }
 }
 
 TEST_F(Sync_Engine, The_Last_End_Gives_The_Verdict) {

@@ -70,10 +70,23 @@ TEST(Numbers, Rounding_Takes_Ties_To_Even) {
     int decimals;
     double result;
   };
-  for (const Sample& s : {Sample{0.125, 2, 0.12}, {0.375, 2, 0.38}, {2.675, 2, 2.68}, {2.665, 2, 2.66},
-                          {-0.125, 2, -0.12}, {99.60784, 1, 99.6}, {100.39, 1, 100.4}, {0.05, 1, 0}, {0.15, 1, 0.2},
-                          {0.951, 1, 1}, {0.996, 2, 1}, {12345.6789, 2, 12345.68}, {2.5, 0, 2}, {3.5, 0, 4},
-                          {-2.5, 0, -2}, {0.004, 2, 0}, {0.006, 2, 0.01}}) {
+  for (const Sample& s : {Sample{0.125, 2, 0.12},
+                          {0.375, 2, 0.38},
+                          {2.675, 2, 2.68},
+                          {2.665, 2, 2.66},
+                          {-0.125, 2, -0.12},
+                          {99.60784, 1, 99.6},
+                          {100.39, 1, 100.4},
+                          {0.05, 1, 0},
+                          {0.15, 1, 0.2},
+                          {0.951, 1, 1},
+                          {0.996, 2, 1},
+                          {12345.6789, 2, 12345.68},
+                          {2.5, 0, 2},
+                          {3.5, 0, 4},
+                          {-2.5, 0, -2},
+                          {0.004, 2, 0},
+                          {0.006, 2, 0.01}}) {
     EXPECT_DOUBLE_EQ(Round_To(s.value, s.decimals), s.result) << s.value << " to " << s.decimals;
   }
   EXPECT_EQ(To_Byte(127.5), 128);
@@ -95,8 +108,18 @@ TEST(Numbers, Byte_Check_Floors_And_Clips) {
     double value;
     int byte;
   };
-  for (const Sample& s : {Sample{255.9, 255}, {256, 255}, {-1, 0}, {127.9995, 128}, {127.9985, 127}, {2.56, 2},
-                          {0.9989, 0}, {0.999, 1}, {1e300, 255}, {-1e300, 0}, {std::nan(""), 0}, {189.5, 189}}) {
+  for (const Sample& s : {Sample{255.9, 255},
+                          {256, 255},
+                          {-1, 0},
+                          {127.9995, 128},
+                          {127.9985, 127},
+                          {2.56, 2},
+                          {0.9989, 0},
+                          {0.999, 1},
+                          {1e300, 255},
+                          {-1e300, 0},
+                          {std::nan(""), 0},
+                          {189.5, 189}}) {
     EXPECT_EQ(byte_chk(s.value), s.byte) << s.value;
   }
   EXPECT_EQ(byte_chk(std::nullopt), 0);
@@ -106,13 +129,21 @@ TEST(Numbers, Byte_Check_Floors_And_Clips) {
 }
 
 TEST(Numbers, Default_Text_Is_Short_And_Reads_Back) {
-  for (const auto& [value, text] :
-       {std::pair{0.0, "0"}, {-0.0, "0"}, {0.5, "0.5"}, {-0.25, "-0.25"}, {12.0, "12"}, {62.5, "62.5"},
-        {0.1 + 0.2, "0.3"}, {1.0 / 3, "0.333333333333333"}, {10000.0, "10000"}, {123456789012345.0, "123456789012345"}}) {
+  for (const auto& [value, text] : {std::pair{0.0, "0"},
+                                    {-0.0, "0"},
+                                    {0.5, "0.5"},
+                                    {-0.25, "-0.25"},
+                                    {12.0, "12"},
+                                    {62.5, "62.5"},
+                                    {0.1 + 0.2, "0.3"},
+                                    {1.0 / 3, "0.333333333333333"},
+                                    {10000.0, "10000"},
+                                    {123456789012345.0, "123456789012345"}}) {
     EXPECT_EQ(Number_Text(value), text);
     EXPECT_NEAR(Val_Any(text), value, 1e-15);
   }
-  for (const auto& [decimals, mask] : {std::pair{-1, "0"}, {0, "0"}, {1, "0.0"}, {4, "0.0000"}, {9, "0.0000"}}) {
+  for (const auto& [decimals, mask] :
+       {std::pair{-1, "0"}, {0, "0"}, {1, "0.0"}, {4, "0.0000"}, {9, "0.0000"}}) {
     EXPECT_EQ(Decimals_Mask(decimals), mask);
   }
 }
@@ -123,35 +154,17 @@ TEST(Numbers, Reading_Takes_The_Leading_Number_Or_The_Whole_Text) {
     double leading;
     bool whole;  ///< the text is one number
   };
-  for (const Sample& s : {Sample{"12", 12, true},
-                          {"1,5", 1.5, true},
-                          {"1.5", 1.5, true},
-                          {" -3 ", -3, true},
-                          {"+7", 7, true},
-                          {".5", 0.5, true},
-                          {"5.", 5, true},
-                          {"1e3", 1000, true},
-                          {"2E-1", 0.2, true},
-                          {"12 V", 12, false},
-                          {"1.5.3", 1.5, false},
-                          {"1,5,3", 1.5, false},
-                          {"3e", 3, false},
-                          {"3e+", 3, false},
-                          {"--3", 0, false},
-                          {"abc", 0, false},
-                          {"-", 0, false},
-                          {".", 0, false},
-                          {"", 0, false},
-                          {"   ", 0, false},
-                          {"1e999", 1e308, true},
-                          {"-1e999", -1e308, true},
-                          {"1E-999", 0, true},
-                          {"0x10", 0, false},
-                          {"nan", 0, false},
-                          {"inf", 0, false}}) {
+  for (const Sample& s :
+       {Sample{"12", 12, true}, {"1,5", 1.5, true},       {"1.5", 1.5, true},    {" -3 ", -3, true},
+        {"+7", 7, true},        {".5", 0.5, true},        {"5.", 5, true},       {"1e3", 1000, true},
+        {"2E-1", 0.2, true},    {"12 V", 12, false},      {"1.5.3", 1.5, false}, {"1,5,3", 1.5, false},
+        {"3e", 3, false},       {"3e+", 3, false},        {"--3", 0, false},     {"abc", 0, false},
+        {"-", 0, false},        {".", 0, false},          {"", 0, false},        {"   ", 0, false},
+        {"1e999", 1e308, true}, {"-1e999", -1e308, true}, {"1E-999", 0, true},   {"0x10", 0, false},
+        {"nan", 0, false},      {"inf", 0, false}}) {
     EXPECT_DOUBLE_EQ(Val_Any(s.text), s.leading) << s.text;
     EXPECT_EQ(Whole_Number_Text(s.text).has_value(), s.whole) << s.text;
-    if (s.whole) EXPECT_DOUBLE_EQ(Whole_Number_Text(s.text).value_or(-1), s.leading) << s.text;
+    EXPECT_DOUBLE_EQ(Whole_Number_Text(s.text).value_or(s.leading), s.leading) << s.text;
   }
   EXPECT_EQ(Val_Any("1 2"), 12) << "blanks do not count";
   EXPECT_FALSE(Whole_Number_Text("1 2"));

@@ -35,7 +35,7 @@ TEST(Rich_Text, Other_Programs_Markup_Is_Left_Out) {
         {"{\\rtf1 a\\b  bold\\b0  c}", "a bold c"},
         {"{\\rtf1 split\r\nline\\line next}", "splitline\r\nnext"},
         {"{\\rtf1 \\'e5\\'E4\\'zz\\'4}", "\u00E5\u00E4zz4"},
-        {"{\\rtf1 {\\pict\\bin4 }}{{}} hidden}shown\\~b\\_c}", "shown b-c"},
+        {"{\\rtf1 {\\pict\\bin4 }}{{ hidden}shown\\~b\\_c}", "shown b-c"},
         {"{\\rtf1 {\\info{\\title T}}after}tail", "after"},
         {"{\\rtf1 cut off\\", "cut off"},
         {"{\\rtf1 cut {off\\pa", "cut off"},

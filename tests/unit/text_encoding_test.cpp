@@ -15,15 +15,26 @@ TEST(Text_Encoding, Every_Byte_Of_A_File_Comes_Back) {
 }
 
 TEST(Text_Encoding, Characters_Have_Their_Places) {
-  for (const auto& [utf8, bytes] : {std::pair{"£", "\xA3"}, {"°C", "\xB0"
-                                                                  "C"},
-                                    {"Å", "\xC5"}, {"€", "\x80"}, {"Ÿ", "\x9F"}, {"ÿ", "\xFF"}, {"–", "\x96"}}) {
+  for (const auto& [utf8, bytes] : {std::pair{"£", "\xA3"},
+                                    {"°C",
+                                     "\xB0"
+                                     "C"},
+                                    {"Å", "\xC5"},
+                                    {"€", "\x80"},
+                                    {"Ÿ", "\x9F"},
+                                    {"ÿ", "\xFF"},
+                                    {"–", "\x96"}}) {
     EXPECT_EQ(To_Windows_1252(utf8), bytes);
     EXPECT_EQ(From_Windows_1252(bytes), utf8);
   }
   // Outside the code page, and what is no UTF-8: a lone lead byte, a lone follower, a cut character.
-  for (const auto& [text, bytes] : {std::pair{"Ω", "?"}, {"日本", "??"}, {"\xF0\x9F\x98\x80x", "?x"},
-                                    {"\xC3", "?"}, {"\x80z", "?z"}, {"\xE2\x82", "??"}, {"\xC3(", "?("}}) {
+  for (const auto& [text, bytes] : {std::pair{"Ω", "?"},
+                                    {"日本", "??"},
+                                    {"\xF0\x9F\x98\x80x", "?x"},
+                                    {"\xC3", "?"},
+                                    {"\x80z", "?z"},
+                                    {"\xE2\x82", "??"},
+                                    {"\xC3(", "?("}}) {
     EXPECT_EQ(To_Windows_1252(text), bytes);
   }
   EXPECT_EQ(From_Latin_1("\x80\xFF"), "\xC2\x80\xC3\xBF");
@@ -32,9 +43,13 @@ TEST(Text_Encoding, Characters_Have_Their_Places) {
 
 TEST(Text_Encoding, Lines_End_In_Any_Of_Three_Ways) {
   using Lines = std::vector<std::string_view>;
-  for (const auto& [text, lines] : {std::pair{"", Lines{}}, {"a", Lines{"a"}}, {"a\r\n", Lines{"a"}},
-                                    {"a\nb", Lines{"a", "b"}}, {"a\rb\r", Lines{"a", "b"}},
-                                    {"a\r\n\r\nb", Lines{"a", "", "b"}}, {"\n\n", Lines{"", ""}},
+  for (const auto& [text, lines] : {std::pair{"", Lines{}},
+                                    {"a", Lines{"a"}},
+                                    {"a\r\n", Lines{"a"}},
+                                    {"a\nb", Lines{"a", "b"}},
+                                    {"a\rb\r", Lines{"a", "b"}},
+                                    {"a\r\n\r\nb", Lines{"a", "", "b"}},
+                                    {"\n\n", Lines{"", ""}},
                                     {"a\n\rb", Lines{"a", "", "b"}}}) {
     EXPECT_EQ(Lines_Of(text), lines) << text;
   }

@@ -56,9 +56,9 @@ bool Qt_Serial_Port::Write(std::string_view text) {
   return !lost_;
 }
 
-/// The wait of 0 ms looks at the device without going through the event loop.
+/// The device delivers in the event loop only. A look at it from here (waitForReadyRead) could take away what
+/// a notification that is on its way already is going to read, and an empty read counts as an error in Qt.
 std::string Qt_Serial_Port::Read() {
-  if (port_.isOpen() && !lost_ && port_.bytesAvailable() == 0) port_.waitForReadyRead(0);
   const QByteArray arrived =
       std::exchange(left_over_, {}) + (port_.isOpen() ? port_.readAll() : QByteArray());
   return arrived.toStdString();

@@ -24,7 +24,8 @@ class Qt_Serial_Port : public Serial_Port {
   [[nodiscard]] bool Is_Open() const override { return port_.isOpen(); }
   bool Write(std::string_view text) override;
 
-  /// After a loss this still takes what the device had delivered before it went.
+  /// What the event loop has delivered. After a loss this still takes what the device had delivered before it
+  /// went.
   std::string Read() override;
 
  private:

@@ -16,7 +16,7 @@ QString Text(std::string_view text) { return QString::fromUtf8(text.data(), stat
 /// A group without a border of its own, for a part of another frame.
 Control_Group* Bare_Group(const QString& name, Control_Index& index) {
   auto* group = new Control_Group(name, {}, index);
-  group->setFlat(true);
+  group->setStyleSheet("QGroupBox { border: none; margin: 0; padding: 0; }");
   group->layout()->setContentsMargins(0, 0, 0, 0);
   return group;
 }
@@ -80,8 +80,8 @@ QWidget* Fuel_Panel::Make_Trim(Control_Index& index) {
   trim_frame_->setObjectName("Fuel_trim");
   auto* sides = new QHBoxLayout(trim_frame_);
   sides->setContentsMargins(0, 0, 0, 0);
-  sides->addWidget(master_trim_);
-  sides->addWidget(slave);
+  sides->addWidget(master_trim_, 1, Qt::AlignTop);
+  sides->addWidget(slave, 1, Qt::AlignTop);
   trim->Wide(trim_frame_);
   return trim;
 }

@@ -1,0 +1,183 @@
+#include "boxlink/timer_engine.h"
+
+#include <memory>
+
+#include "boxlink/box_info.h"
+#include "boxlink/comm_port.h"
+#include "boxlink/link_state.h"
+#include "boxlink/protocol.h"
+#include "boxlink/slave_strategy.h"
+#include "boxlink/timer_state.h"
+#include "boxlink/timer_steps.h"
+#include "platform/seams.h"
+#include "settings/image.h"
+#include "settings/message.h"
+#include "settings/refresh.h"
+
+namespace kx {
+namespace {
+
+constexpr int tick_milliseconds = 10;
+
+std::unique_ptr<platform::Interval_Timer> Timer_TX;
+std::unique_ptr<platform::Interval_Timer> Timer_RX;
+bool engine_running = false;
+bool inside_step = false;  // a click or tick of ours is under way, perhaps waiting
+bool end_asked = false;    // it is to unwind as soon as its wait is over
+
+std::unique_ptr<platform::Interval_Timer> Make_Timer(void (*tick)()) {
+  auto made = platform::seams.event_loop->Make_Timer();
+  made->Set_Interval(tick_milliseconds);
+  made->On_Tick(tick);
+  return made;
+}
+
+bool Ticks_To_Come() { return Timer_TX->Enabled() || Timer_RX->Enabled(); }
+
+void Leave() {
+  timer::Rest();
+  Rx_Reading = false;
+  Clear_Transfer_Modes();
+  engine_running = false;
+  Free_Line();
+}
+
+/// A transfer is over when a click or tick ends with no other to follow, however it ends.
+class Step {
+ public:
+  Step() { inside_step = true; }
+  ~Step() {
+    inside_step = false;
+    if (!Ticks_To_Come()) Leave();
+  }
+  Step(const Step&) = delete;
+  Step& operator=(const Step&) = delete;
+};
+
+void Run(void (*step)()) {
+  const Step running;
+  try {
+    timer::Fail_If_Ended();
+    step();
+  } catch (const timer::Ended&) {
+    timer::Rest();
+  } catch (...) {
+    timer::Fail();
+    throw;
+  }
+}
+
+void Click(void (*step)()) {
+  if (!Take_Line()) return;
+  engine_running = true;
+  end_asked = false;
+  Clear_Slave_Phase();
+  if (!Timer_TX) Timer_TX = Make_Timer(Timer_TX_Tick);
+  if (!Timer_RX) Timer_RX = Make_Timer(Timer_RX_Tick);
+  Run(step);
+}
+
+void Start_Verify() {
+  Verify_Mode = true;
+  timer::Start_Read();
+}
+
+void Start_Write() {
+  if (!Check_Slave_Data_Strategy()) return;
+  if (Get_Field(map::slave_mode) == 1) Tell("This setting will set ChargeMarshal to slave");
+  timer::Fail_If_Ended();
+  Stamp_Image();
+  Write_Mode = true;
+  Start_Verify();
+}
+
+}  // namespace
+
+namespace timer {
+
+void Fail_If_Ended() {
+  if (end_asked || Closing) throw Ended();
+}
+
+void Talk() {
+  Timer_RX->Set_Enabled(false);
+  Timer_TX->Set_Enabled(true);
+}
+
+void Listen() {
+  Timer_TX->Set_Enabled(false);
+  Timer_RX->Set_Enabled(true);
+}
+
+void Rest() {
+  Timer_TX->Set_Enabled(false);
+  Timer_RX->Set_Enabled(false);
+}
+
+void Send(std::string_view text) {
+  Drop_Input();
+  Rx_Prompt.clear();
+  MSComm1.Output(text);
+}
+
+void Close_Quietly() {
+  Quiet_Close = true;
+  Close_Box_Port();
+}
+
+void Fail(std::string_view word) {
+  Rest();
+  rs232_text.Set(word);
+  Rx_Reading = false;
+  Clear_Transfer_Modes();
+  Quiet_Close = false;
+  MSComm1.Set_PortOpen(false);
+}
+
+/// A box that does not tell who it is gets its chance to send the image all the same.
+void Start_Read() {
+  Rest();
+  if (!Open_For_Transfer()) return;
+  Drop_Input();
+  Get_Box_Info();
+  Fail_If_Ended();
+  Send(Slave_Pass && Slave_Needed ? "rs" : "rd");
+  Rx_Reading = true;
+  Rx_Text.clear();
+  Rx_Idle_Ticks = idle_ticks;
+  rs232_text.Set(Verify_Mode ? words::verifying : words::reading_data);
+  Timer_RX->Set_Interval(tick_milliseconds);
+  Listen();
+}
+
+}  // namespace timer
+
+void Com_knapp5_Click() { Click(timer::Start_Read); }
+
+void Com_knapp4_Click() { Click(Start_Verify); }
+
+void Com_knapp3_Click() { Click(Start_Write); }
+
+void Timer_TX_Tick() {
+  if (engine_running) Run(timer::Transmit);
+}
+
+void Timer_RX_Tick() {
+  if (engine_running) Run(timer::Receive);
+}
+
+void Stop_Timer_Engine() {
+  if (!engine_running) return;
+  timer::Rest();
+  end_asked = true;
+  if (!inside_step) Leave();
+}
+
+void Reset_Timer_Engine() {
+  Stop_Timer_Engine();
+  Timer_TX.reset();
+  Timer_RX.reset();
+  Reset_Timer_State();
+}
+
+}  // namespace kx

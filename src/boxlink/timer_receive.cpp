@@ -1,0 +1,144 @@
+#include <string>
+
+#include "boxlink/box_info.h"
+#include "boxlink/comm_port.h"
+#include "boxlink/image_block.h"
+#include "boxlink/link_state.h"
+#include "boxlink/protocol.h"
+#include "boxlink/run_list.h"
+#include "boxlink/slave_strategy.h"
+#include "boxlink/timer_state.h"
+#include "boxlink/timer_steps.h"
+#include "settings/message.h"
+#include "settings/numbers.h"
+#include "settings/refresh.h"
+#include "settings/session.h"
+#include "settings/text_encoding.h"
+
+namespace kx::timer {
+namespace {
+
+constexpr double end_limit = 1.0;  // seconds
+constexpr int end_wanted = 500;    // more than the box has to say: the whole limit is waited for
+constexpr const char* first_file = "New1.kxs";
+constexpr const char* loaded = "Settings loaded from box";
+
+void Report_Loaded() {
+  rs232_text.Set(With_Time(words::data_read, words::end));
+  card_data_file = first_file;
+  Set_Title(loaded);
+  txt_File_Description.Set(loaded);
+  Refresh_Views(Refresh_Whole_Image);
+}
+
+void Compare() {
+  rs232_text.Set(Write_Verify ? With_Time(words::data_read_back, words::dotted_end)
+                              : std::string(words::data_verified));
+  if (Write_Verify) Slave_Pending = Slave_Needed;
+  Write_Verify = false;
+  const auto offsets = Differing_Offsets(CardByte, Verify_Image);
+  if (offsets.empty()) Send("ue");
+  if (!offsets.empty()) rs232_text.Set(std::string(words::data_differs) + Offsets_Text(offsets));
+  Run_List = Master_Run_List(offsets);
+  Verify_Mode = false;
+}
+
+/// Tells the box that the runs are over, and reads back what it has made of them.
+void Finish_Write() {
+  Rest();
+  std::string answer;
+  const bool enough = Send_Wait_Rec("ue", end_limit, end_wanted, answer);
+  Fail_If_Ended();
+  if (!enough) Tell("ERROR 3");
+  Fail_If_Ended();
+  rs232_text.Set(With_Time(words::data_written, words::end));
+  Write_Mode = false;
+  Close_Quietly();
+  Verify_Mode = Write_Verify = !Slave_Pass;
+  Start_Read();
+}
+
+/// The tune must not reach a box that would read its bytes in another way. The port stays open for what the
+/// user does about it.
+void Refuse_Dataset() {
+  Rest();
+  rs232_text.Set(words::dataset_not_matched);
+  Tell(Crlf() + "Dataset ID not matched");
+}
+
+void Begin_Write() {
+  rs232_text.Set(words::writing_data);
+  if (Val_Any(Box_SC_ID) != DatasetID) return Refuse_Dataset();
+  if (Run_List == ",") return Finish_Write();
+  Tx_State = 1;
+  Run_Pos = 2;
+  Talk();
+}
+
+void Take_Image(const Byte_Image& image) {
+  if (Verify_Mode) {
+    Verify_Image = image;
+    Compare();
+  } else if (Slave_Pass) {
+    Slave_Image = image;
+    MasterSlaveCompare();
+  } else {
+    CardByte = image;
+    Report_Loaded();
+  }
+  Rx_Reading = false;
+  if (Write_Mode) return Begin_Write();
+  Rest();
+  Close_Quietly();
+}
+
+/// A box that talks on and on without what is awaited would never let an idle tick happen.
+void Fail_If_Endless(const std::string& text) {
+  if (text.size() > Comm_Port::input_buffer_size) Fail();
+}
+
+void Collect(const std::string& chunk) {
+  Rx_Text += chunk;
+  const auto digits = Timer_Image_Digits(Rx_Text);
+  if (!digits) return Fail_If_Endless(Rx_Text);
+  const auto image = Decode_Timer_Digits(*digits);
+  image ? Take_Image(*image) : Fail(words::card_byte_error);
+}
+
+void End_Run() {
+  if (!Runs_Left(Run_List, Run_Pos)) return Finish_Write();
+  Tx_State = 1;
+  Talk();
+}
+
+/// An end that comes while a prompt is awaited belongs to the run before.
+void Await_Prompt(const std::string& chunk) {
+  Rx_Prompt += chunk;
+  if (Rx_Prompt.ends_with('$') || Rx_Prompt.ends_with('#') || Rx_Prompt == "w") return Talk();
+  if (Rx_Prompt.ends_with("!\r\n") && Tx_State != run_begun) return End_Run();
+  Fail_If_Endless(Rx_Prompt);
+}
+
+void Count_Idle_Tick() {
+  if (--Rx_Idle_Ticks <= 0) return Fail();
+  if (Write_Mode && !Rx_Reading) Send(Run_Word());
+}
+
+void Start_Pending_Slave_Pass() {
+  if (!Slave_Pending || !Slave_Present) return;
+  Slave_Pending = false;
+  Slave_Pass = true;
+  Start_Read();
+}
+
+}  // namespace
+
+void Receive() {
+  if (!MSComm1.PortOpen() && !MSComm1.Lost()) return Fail();
+  const std::string chunk = MSComm1.Input();
+  if (chunk.empty()) return Count_Idle_Tick();
+  Rx_Reading ? Collect(chunk) : Await_Prompt(chunk);
+  Start_Pending_Slave_Pass();
+}
+
+}  // namespace kx::timer

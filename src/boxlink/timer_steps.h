@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "boxlink/link_texts.h"
+
+/// What the clicks and ticks of the timer-driven engine are made of, for use inside one of them.
+namespace kx::timer {
+
+/// Empty ticks that a read, or one run of a write, gets in all; data does not give them back.
+inline constexpr std::int16_t idle_ticks = 10;
+
+/// Tx_State of a run whose prompt is awaited.
+inline constexpr std::int16_t run_begun = 2;
+
+/// Unwinds a click or a tick whose transfer was ended inside one of its waits; never leaves the engine.
+struct Ended {};
+
+/// To be called after every wait and every box: throws Ended when the transfer is over.
+void Fail_If_Ended();
+
+/// The next tick is Timer_TX's.
+void Talk();
+
+/// The next tick is Timer_RX's.
+void Listen();
+
+/// Both timers off. Whatever waits inside a click or tick does so first: no tick runs inside another.
+void Rest();
+
+/// Sends @p text and begins to wait for what comes from now on.
+void Send(std::string_view text);
+
+/// Closes the port and leaves the status as it is.
+void Close_Quietly();
+
+/// Ends the transfer with @p word.
+void Fail(std::string_view word = words::communication_error);
+
+/// Opens the port, asks who is there and for the image of the master, or in a slave pass for the slave's.
+void Start_Read();
+
+/// Word that begins a run of the write in progress.
+[[nodiscard]] std::string_view Run_Word();
+
+/// One tick each.
+void Transmit();
+void Receive();
+
+}  // namespace kx::timer

@@ -1,0 +1,334 @@
+#include "boxlink/timer_engine.h"
+
+#include "boxlink/box_info.h"
+#include "boxlink/protocol.h"
+#include "boxlink/sync_engine.h"
+#include "boxlink/timer_state.h"
+#include "support/link_fixture.h"
+
+namespace kx {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr auto lost = "Lost connection with USB port";
+
+class Timer_Engine : public test::Link_Fixture {
+ protected:
+  Timer_Engine() {
+    refresh_hooks.update_all = [this] { refreshed_ += 'a'; };
+    refresh_hooks.update_tabs = [this] { refreshed_ += 't'; };
+    rs232_text.On_Change([this] { statuses_.push_back(Status()); });
+    on_transfer_change = [this] { changes_.push_back(Transfer_Running()); };
+  }
+  ~Timer_Engine() override { rs232_text.On_Change(nullptr); }
+  void TearDown() override {
+    EXPECT_FALSE(Transfer_Running() || Verify_Mode || Write_Mode || Write_Verify || Rx_Reading);
+    EXPECT_EQ(MSComm1.PortOpen(), port_stays_open_);
+    const std::size_t sent = port_.writes.size();
+    loop_.Run(0.2);
+    EXPECT_EQ(port_.writes.size(), sent) << "a timer goes on";
+  }
+
+  void Set_Faults(const std::string& knobs) {
+    const auto parsed = sim::Parse_Faults(knobs);
+    ASSERT_EQ(parsed.Error, "");
+    line_.Set_Faults(parsed.Knobs);
+  }
+  void Run_To_End(void (*click)()) {
+    statuses_.clear();
+    port_.writes.clear();
+    Guarded(click);
+    for (const double limit = clock_.Elapsed() + 30; Transfer_Running() && clock_.Elapsed() < limit;)
+      loop_.Do_Events();
+  }
+  void Expect_Boxes(std::initializer_list<const char*> texts) {
+    for (const char* text : texts) ask_.Expect(text);
+  }
+  /// A box that has no slave leaves three questions of a write unanswered.
+  void Write_To_Lone_Master() {
+    Expect_Boxes({"ERROR 4", "ERROR 6", "ERROR 3"});
+    Run_To_End(Com_knapp3_Click);
+  }
+  [[nodiscard]] static std::string Status() { return test::Without_Times(rs232_text.Text()); }
+  [[nodiscard]] static std::string Hex(int i) { return dec2hex(CardByte[i], 2); }
+
+  std::string refreshed_;
+  std::vector<std::string> statuses_;
+  std::vector<bool> changes_;
+  bool port_stays_open_ = false;
+};
+
+TEST_F(Timer_Engine, Read_Loads_The_Tune) {
+  CardByte = {};
+  card_data_file = "Track day.kxs";
+  Run_To_End(Com_knapp5_Click);
+  EXPECT_EQ(CardByte, test::Sample_Tune());
+  EXPECT_EQ(refreshed_, "at");
+  EXPECT_EQ(card_data_file, "New1.kxs");
+  EXPECT_EQ(Title_Text(), "Settings loaded from box");
+  EXPECT_EQ(txt_File_Description.Text(), "Settings loaded from box");
+  EXPECT_THAT(statuses_, ElementsAre("< Info received OK >", "< reading data from KX... >", "< KX read T >"));
+  EXPECT_THAT(port_.writes, ElementsAre("v", "rd"));
+  EXPECT_THAT(changes_, ElementsAre(true, false));
+}
+
+TEST_F(Timer_Engine, Verify_Names_What_Differs_In_Bytes_0_To_249) {
+  Run_To_End(Com_knapp4_Click);
+  EXPECT_THAT(statuses_, ElementsAre("< Info received OK >", "< verifying... >", "< KX data verify OK >"));
+  EXPECT_THAT(port_.writes, ElementsAre("v", "rd", "ue"));
+  for (const int i : {0, 5, 249, 250}) CardByte[i] ^= 1;
+  const Byte_Image before = CardByte;
+  Run_To_End(Com_knapp4_Click);
+  EXPECT_EQ(Status(), "< verify failure >0,5,249,");
+  EXPECT_EQ(CardByte, before);
+  EXPECT_EQ(refreshed_, "");
+}
+
+TEST_F(Timer_Engine, Write_Sends_Byte_1_And_The_Differing_Runs_And_Reads_Back) {
+  for (const int i : {5, 6, 9}) CardByte[i] ^= 0x11;
+  CardByte[map::dataset] = 3;
+  Write_To_Lone_Master();
+  EXPECT_THAT(statuses_, ElementsAre("< Check >", "< Check2 >", "< Info received OK >", "< verifying... >",
+                                     "< KX data verify OK >", "< verify failure >5,6,9,",
+                                     "< writing data to KX... >", "< write finished T >",
+                                     "< Info received OK >", "< verifying... >", "< Write finished T... >"));
+  EXPECT_THAT(port_.writes, ElementsAre("rs", "v", "rs", "v", "rd", "bw", "01", Hex(1), "$", "bw", "05",
+                                        Hex(5), Hex(6), "$", "bw", "09", Hex(9), "$", "ue", "v", "rd", "ue"));
+  EXPECT_EQ(CardByte[map::dataset], 108);
+  CardByte[map::dataset] = Box().Master[255];
+  EXPECT_EQ(Box().Master, test::As_Sent(CardByte));
+}
+
+TEST_F(Timer_Engine, A_Read_Back_That_Differs_Is_A_Verify_Failure) {
+  for (const int i : {100, 101}) CardByte[i] ^= 1;
+  Set_Faults("on=rd,from=2,corrupt=208");  // a digit of byte 101
+  Write_To_Lone_Master();
+  EXPECT_THAT(Status(), testing::AnyOf("< verify failure >101,", "< Card byte error >"));
+}
+
+TEST_F(Timer_Engine, Writes_Of_Many_Bytes_Keep_The_Pace_Of_The_Timer) {
+  for (int i = 2; i < 250; ++i) CardByte[i] ^= 1;
+  CardByte[0] ^= 1;
+  double first = 0;
+  double last = 0;
+  rs232_text.On_Change([&] {
+    if (Status() == "< writing data to KX... >") first = clock_.Elapsed();
+  });
+  loop_.on_turn = [&] {
+    if (!port_.writes.empty() && port_.writes.back() == "$") last = clock_.Elapsed();
+  };
+  Write_To_Lone_Master();
+  EXPECT_EQ(Box().Master[249], CardByte[249]);
+  // A tick for each byte, of byte 1, byte 0 and bytes 2 to 249, and five for each of the three runs.
+  EXPECT_LT(last - first, 1.15 * 0.01 * (250 + 3 * 5));
+}
+
+TEST_F(Timer_Engine, A_Slave_That_Differs_Is_Repaired_Byte_By_Byte) {
+  Box() = test::Sample_Box(true);
+  CardByte[200] ^= 1;
+  for (const std::size_t i : {0U, 78U, 79U}) Box().Slave[i] ^= 0x81;
+  Expect_Boxes({"ERROR 3", "ERROR 3"});
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_THAT(
+      statuses_,
+      ElementsAre("< Check >", "< Info received OK >", "< verifying... >", "< KX data verify OK >",
+                  "< verify failure >200,", "< writing data to KX... >", "< write finished T >",
+                  "< Info received OK >", "< verifying... >", "< Write finished T... >",
+                  "< Info received OK >", "< reading data from KX... >", "< Slave EE not matching... >",
+                  "< writing data to KX... >", "< write finished T >", "< Info received OK >",
+                  "< reading data from KX... >", "< Write finished, slave OK,  T... >"));
+  EXPECT_THAT(port_.Sent(),
+              HasSubstr("rsbs00" + Hex(0) + "$bs4E" + Hex(78) + "$bs4F" + Hex(79) + "$uevrsue"));
+  EXPECT_EQ(Text1.Text(), ",000,001,078,001,079,001");
+  EXPECT_EQ(Box().Slave, sim::As_Slave(test::As_Sent(CardByte)));
+  EXPECT_FALSE(Slave_Needed || Slave_Pass || Slave_Pending);
+}
+
+TEST_F(Timer_Engine, A_Slave_That_Cannot_Become_Equal_Is_Given_Up) {
+  Box() = test::Sample_Box(true);
+  CardByte[map::flags_a] |= map::slave_mode.mask;  // which the comparison takes off the slave's
+  Expect_Boxes({"This setting will set ChargeMarshal to slave", "ERROR 3", "ERROR 3"});
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< Slave EE not matching... >");
+  EXPECT_EQ(Text1.Text(), ",001,001");
+}
+
+TEST_F(Timer_Engine, A_Slave_That_Goes_Away_Ends_The_Write_With_Its_Master) {
+  Box() = test::Sample_Box(true);
+  Set_Faults("slave_lost=20");
+  ask_.Expect("ERROR 3");
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< Write finished T... >");
+  Run_To_End(Com_knapp5_Click);
+  EXPECT_EQ(Status(), "< KX read T >");
+}
+
+TEST_F(Timer_Engine, Another_Dataset_Stops_A_Write_And_Leaves_The_Port_Open) {
+  Box().Dataset = 107;
+  CardByte[40] ^= 1;
+  Expect_Boxes({"ERROR 4", "ERROR 6", "\r\nDataset ID not matched"});
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< Dataset ID not matched >");
+  EXPECT_EQ(Box().Master, test::As_Sent(test::Sample_Tune()));
+  EXPECT_TRUE(MSComm1.PortOpen());
+  Run_To_End(Com_knapp5_Click);
+  EXPECT_EQ(Status(), "< KX read T >");
+}
+
+TEST_F(Timer_Engine, Nothing_Starts_On_A_Port_That_Does_Not_Open) {
+  port_.refuse = [](const std::string&) { return platform::Port_Error{3, "Device is in use"}; };
+  for (const auto click : {Com_knapp3_Click, Com_knapp4_Click, Com_knapp5_Click}) {
+    Run_To_End(click);
+    EXPECT_THAT(statuses_, ElementsAre("< Failed to open COM9 >"));
+  }
+  EXPECT_THAT(changes_, ElementsAre(true, false, true, false, true, false));
+}
+
+TEST_F(Timer_Engine, Prompts_May_Come_In_Pieces_And_Twice) {
+  std::string arrived;
+  port_.deliver = [&] {  // one character a tick while a prompt is awaited
+    arrived += line_.Deliver(clock_.Elapsed());
+    const bool prompt = Write_Mode && !Rx_Reading;
+    const std::string taken = arrived.substr(0, prompt ? 1 : arrived.size());
+    arrived.erase(0, taken.size());
+    return taken;
+  };
+  for (const char* knobs : {"", "on=bw+$,twice", "on=bw+$,delay=0.012"}) {
+    for (const int i : {20, 22, 23}) CardByte[i] ^= 0x3C;
+    Set_Faults(knobs);
+    Write_To_Lone_Master();
+    EXPECT_EQ(Status(), "< Write finished T... >") << knobs;
+    EXPECT_EQ(Box().Master, test::As_Sent(CardByte)) << knobs;
+  }
+}
+
+TEST_F(Timer_Engine, An_Empty_Tick_Sends_The_Word_Of_The_Run_Again_Until_Ten_Are_Used_Up) {
+  CardByte[20] ^= 1;
+  Set_Faults("on=bw,refuse");
+  Expect_Boxes({"ERROR 4", "ERROR 6"});
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< communication error >");
+  EXPECT_THAT(port_.Sent(), testing::EndsWith("rdbwbwbwbwbwbwbwbwbwbw"));
+  Box() = test::Sample_Box(true);
+  Box().Slave[30] ^= 1;
+  Set_Faults("on=bs,refuse,times=2");
+  Expect_Boxes({"ERROR 3", "ERROR 3"});
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< Write finished, slave OK,  T... >");
+  EXPECT_THAT(port_.Sent(), HasSubstr("rsbsbsbs1E" + Hex(30) + "$ue"));
+}
+
+struct Bad_Block {
+  const char* name;
+  const char* knobs;
+  const char* status;
+  double seconds;  ///< from the click to the end, at most
+};
+
+class Timer_Engine_Blocks : public Timer_Engine, public testing::WithParamInterface<Bad_Block> {};
+
+TEST_P(Timer_Engine_Blocks, Leave_The_Tune) {
+  const Bad_Block& row = GetParam();
+  CardByte[60] ^= 1;
+  const Byte_Image before = CardByte;
+  for (const auto click : {Com_knapp5_Click, Com_knapp4_Click}) {
+    Set_Faults(row.knobs);
+    const double start = clock_.Elapsed();
+    Run_To_End(click);
+    EXPECT_EQ(Status(), row.status);
+    EXPECT_EQ(CardByte, before);
+    EXPECT_LT(clock_.Elapsed() - start, row.seconds);
+  }
+  Set_Faults("");
+  Run_To_End(Com_knapp5_Click);
+  EXPECT_EQ(CardByte, test::Sample_Tune());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, Timer_Engine_Blocks,
+    testing::Values(Bad_Block{"Silent", "refuse", "< communication error >", 0.2},
+                    Bad_Block{"Half", "on=rd,half", "< communication error >", 0.2},
+                    Bad_Block{"Late", "on=rd,delay=0.12", "< communication error >", 0.2},
+                    Bad_Block{"Lower", "on=rd,lower", "< Card byte error >", 0.2},
+                    Bad_Block{"Unmarked", "on=rd,no_marker", "< communication error >", 0.3},
+                    Bad_Block{"Lead_In_Short", "on=rd,drop=1", "< communication error >", 0.3}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_F(Timer_Engine, A_Box_That_Talks_Without_End_Is_A_Communication_Error) {
+  port_.deliver = [] { return std::string(100, 'x'); };
+  for (const auto click : {Com_knapp5_Click, Com_knapp4_Click}) {
+    Run_To_End(click);
+    EXPECT_EQ(Status(), "< communication error >");
+  }
+}
+
+/// What ends a transfer in its middle, at every point of its conversation.
+class Timer_Engine_Interrupted : public Timer_Engine, public testing::WithParamInterface<std::size_t> {
+ protected:
+  /// Writes to a master with a slave that differs; strikes once when so many characters have gone out.
+  void Write_Until(const std::function<void()>& interrupt) {
+    Box() = test::Sample_Box(true);
+    Box().Slave[79] ^= 1;
+    CardByte[40] ^= 1;
+    bool struck = false;
+    loop_.on_turn = [this, interrupt, struck]() mutable {
+      if (struck || port_.Sent().size() < GetParam()) return;
+      struck = true;
+      interrupt();
+    };
+    Run_To_End(Com_knapp3_Click);
+    EXPECT_GE(port_.Sent().size(), GetParam());
+  }
+  /// Boxes of the write that stand before the point.
+  void Expect_Boxes_Before() {
+    if (GetParam() >= 22) ask_.Expect("ERROR 3");
+    if (GetParam() >= 39) ask_.Expect("ERROR 3");
+  }
+};
+
+TEST_P(Timer_Engine_Interrupted, A_Lost_Device_Ends_It_With_One_Box) {
+  Expect_Boxes_Before();
+  ask_.Expect(lost);
+  Write_Until([this] { port_.Lose(); });
+  EXPECT_EQ(Status(), "< communication error >");
+}
+
+TEST_P(Timer_Engine_Interrupted, Closing_The_Port_Ends_It) {
+  Expect_Boxes_Before();
+  Write_Until([] { Com_knapp2_Click(); });
+  EXPECT_EQ(Status(), "< COM9 closed >");
+  EXPECT_THAT(changes_, ElementsAre(true, false));
+}
+
+TEST_P(Timer_Engine_Interrupted, Closing_The_Program_Ends_It_At_Once_Without_A_Box) {
+  Expect_Boxes_Before();
+  double closed_at = 0;
+  Write_Until([&] {
+    Closing = true;
+    MSComm1.Set_PortOpen(false);
+    closed_at = clock_.Elapsed();
+  });
+  EXPECT_LT(clock_.Elapsed() - closed_at, 0.012);
+}
+
+TEST_P(Timer_Engine_Interrupted, A_Second_Click_Is_Not_Entered) {
+  Expect_Boxes({"ERROR 3", "ERROR 3"});
+  const std::size_t opened = port_.opened.size();
+  Write_Until([] {
+    for (const auto click : {Com_knapp3_Click, Com_knapp4_Click, Com_knapp5_Click, Read_Settings_Click,
+                             Write_Settings_Click, Connect_Info_Click})
+      click();
+  });
+  EXPECT_EQ(Status(), "< Write finished, slave OK,  T... >");
+  EXPECT_EQ(port_.opened.size() - opened, 4U);
+}
+
+// rs v rd  bw 01 dd $  bw 28 dd $  ue v rd ue  v rs  bs 4F dd $  ue v rs ue: 5, 12, 19, 26, 29, 36, 43 in
+// all.
+INSTANTIATE_TEST_SUITE_P(Everywhere, Timer_Engine_Interrupted,
+                         testing::Values(2, 3, 5, 7, 9, 12, 17, 19, 20, 22, 24, 26, 29, 31, 33, 35, 37, 39));
+
+}  // namespace
+}  // namespace kx

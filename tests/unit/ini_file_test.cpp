@@ -1,0 +1,246 @@
+#include "settings/ini_file_adm.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <cstring>
+#include <filesystem>
+
+#include "support/file_size_limit.h"
+#include "support/settings_fixture.h"
+
+namespace kx {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Texts = std::vector<std::string>;
+
+class Ini_File : public test::Settings_Fixture {
+ protected:
+  /// The box that a failed write shows.
+  void Expect_Failure(const std::string& reason) {
+    ask_.Expect("The settings of the program cannot be saved.\n" + folder_.Path(Ini_File_Name) + ": " +
+                reason + "\nThe program goes on without saving them.");
+  }
+};
+
+TEST_F(Ini_File, Reading_Finds_Occurrences_Without_Case_And_All_Behind_The_First_Separator) {
+  for (const std::string end : {"\r\n", "\n", "\r"}) {
+    Write_Ini("; key=not this" + end + "[x]y" + end + "KEY=a=b]c" + end + "plain text" + end + "key =blank" +
+              end + end + "key=" + end + "Key= 2 " + end + "lock]=3" + end + "key=last");
+    EXPECT_EQ(Read_Keys("kEy"), (Texts{"a=b]c", "", " 2 ", "last"})) << end;
+    EXPECT_EQ(Read_Key("key"), "a=b]c");
+    EXPECT_EQ(Read_Key("key", 4), "last");
+    EXPECT_EQ(Read_Key("key", 5), std::nullopt);
+    EXPECT_EQ(Read_Key("[X"), "y") << "a bracket ends the key of a line without =";
+    EXPECT_EQ(Read_Key("lock]"), "3");
+    EXPECT_EQ(Read_Key("plain text"), std::nullopt);
+  }
+  Write_Ini("a=1\r\n\x1A\r\nb=2\r\n");
+  EXPECT_EQ(Read_Key("b"), std::nullopt) << "behind the end of the text";
+}
+
+TEST_F(Ini_File, File_Text_Is_Windows_1252_And_A_Pound_Sign_May_Be_Utf_8) {
+  Write_Ini(
+      "a=20 \xB0"
+      "C\r\nb=x\xA3\r\nc=x\xC2\xA3\r\nd=\xC2\xA3\xC2\xA3\xA3\r\n");
+  EXPECT_EQ(Read_Key("a"), "20 °C");
+  EXPECT_EQ(Read_Key("b"), "x£");
+  EXPECT_EQ(Read_Key("c"), "x£");
+  EXPECT_EQ(Read_Key("d"), "£££");
+  Write_Key("a", "Ångström £ Ω");
+  EXPECT_THAT(Ini(), testing::StartsWith("a=\xC5ngstr\xF6m \xA3 ?\r\n"));
+  EXPECT_THAT(Ini(), testing::EndsWith("b=x\xA3\r\nc=x\xC2\xA3\r\nd=\xC2\xA3\xC2\xA3\xA3\r\n"));
+}
+
+TEST_F(Ini_File, Writing_Touches_Only_The_Lines_Of_The_Key) {
+  struct Sample {
+    const char *before, *after;
+  };
+  for (const Sample& s : {
+           Sample{"", "Key=v\r\n"},
+           {"a=1", "a=1\r\nKey=v\r\n"},
+           {"a=1\n", "a=1\nKey=v\r\n"},
+           {"key=1\r\nb=2\r\nKEY=3\r\n", "Key=v\r\nb=2\r\nKey=v\r\n"},
+           {"key=1\nb=2\rkey=3", "Key=v\nb=2\rKey=v"},
+           {"[key]\r\nlock]x\r\n key=1\r\n\xFF\x80\r\n",
+            "[key]\r\nlock]x\r\n key=1\r\n\xFF\x80\r\nKey=v\r\n"},
+           {"a=1\x1Akey=2\xA3", "a=1\r\nKey=v\r\n\x1Akey=2\xA3"},
+           {"\r\n\r\nkey=\r\n\r\n", "\r\n\r\nKey=v\r\n\r\n"},
+       }) {
+    Write_Ini(s.before);
+    Write_Key("Key", "v");
+    EXPECT_EQ(Ini(), s.after) << s.before;
+    EXPECT_EQ(Read_Key("key"), "v");
+  }
+  Write_Key("Key", "two\r\nlines\x1A");
+  EXPECT_EQ(Read_Key("key"), "two??lines?") << "a value stays on its line";
+}
+
+TEST_F(Ini_File, A_Missing_File_Is_Made_And_An_Equal_One_Is_Not_Written) {
+  EXPECT_EQ(Read_Key("key"), std::nullopt);
+  EXPECT_EQ(Read_Keys("key"), Texts{});
+  Write_Key("key", "1");
+  EXPECT_EQ(Ini(), "key=1\r\n");
+  EXPECT_FALSE(folder_.Has("KXS.new"));
+  const auto inode = [this] {
+    struct stat file {};
+    ::stat(folder_.Path(Ini_File_Name).c_str(), &file);
+    return file.st_ino;
+  };
+  const fs::path kept =
+      folder_.Path("kept");  // holds the first file's number, so that a new file gets another
+  fs::create_hard_link(folder_.Path(Ini_File_Name), kept);
+  Write_Key("key", "1");
+  EXPECT_EQ(fs::hard_link_count(kept), 2U);
+  const auto first = inode();
+  Write_Key("key", "2");
+  EXPECT_NE(inode(), first);
+  EXPECT_EQ(folder_.Read("kept"), "key=1\r\n") << "the old file was never opened for writing";
+}
+
+TEST_F(Ini_File, A_Protected_File_Is_Told_Once_And_The_Values_Hold_For_The_Run) {
+  Write_Ini("a=1\r\nb=2\r\n");
+  fs::permissions(folder_.Path(Ini_File_Name), fs::perms(0444));
+  Expect_Failure("the file is write protected");
+  Write_Key("a", "9");
+  Write_Key("C", "8");
+  Check_Ini_Writable();
+  EXPECT_EQ(Ini(), "a=1\r\nb=2\r\n");
+  EXPECT_EQ(Read_Key("a"), "9");
+  EXPECT_EQ(Read_Keys("c"), Texts{"8"});
+  fs::permissions(folder_.Path(Ini_File_Name), fs::perms(0644));
+  Write_Key("b", "7");
+  EXPECT_EQ(Ini(), "a=9\r\nb=7\r\nC=8\r\n") << "nothing that was set meanwhile is lost";
+}
+
+TEST_F(Ini_File, A_Full_Disk_Leaves_The_Old_File_Whole) {
+  const std::string old = "a=1\r\n;" + std::string(3000, 'x') + "\r\n";
+  Write_Ini(old);
+  Expect_Failure(std::strerror(EFBIG));
+  {
+    const test::File_Size_Limit full(1000);
+    Write_Key("a", "2");
+  }
+  EXPECT_EQ(Ini(), old);
+  EXPECT_FALSE(folder_.Has("KXS.new"));
+  EXPECT_EQ(Read_Key("a"), "2");
+}
+
+TEST_F(Ini_File, What_Is_No_File_Is_Never_Taken_For_An_Empty_One) {
+  fs::create_directory(folder_.Path(Ini_File_Name));
+  EXPECT_EQ(Read_Key("a"), std::nullopt);
+  Expect_Failure(std::strerror(EISDIR));
+  Check_Ini_Writable();
+  Write_Key("a", "1");
+  EXPECT_EQ(Read_Key("a"), "1");
+  EXPECT_TRUE(fs::is_directory(folder_.Path(Ini_File_Name)));
+}
+
+TEST_F(Ini_File, A_Build_Without_A_File_Reads_And_Writes_Nothing) {
+  Ini_File_Name.clear();
+  Write_Key("a", "1");
+  Check_Ini_Writable();
+  EXPECT_EQ(Read_Key("a"), std::nullopt);
+  EXPECT_TRUE(fs::is_empty(folder_.Path()));
+}
+
+TEST_F(Ini_File, Fields_End_At_Tab_Or_Semicolon_Or_Line_End) {
+  struct Sample {
+    const char* line;
+    int n;
+    const char* field;
+  };
+  for (const Sample& s : {Sample{"a\tb\tc\r\n", 1, "a"},
+                          {"a\tb\tc\r\n", 2, "b"},
+                          {"a\tb\tc\r\n", 3, "c"},
+                          {"a\tb\tc\r\n", 4, ""},
+                          {"a;x\tb;y\r\n", 1, "a;x"},
+                          {"a;x\tb;y\r\n", 2, "b"},
+                          {"a\t\t\r\n", 2, ""},
+                          {"\r\n", 1, ""}}) {
+    EXPECT_EQ(Extract_Data(s.line, s.n), s.field) << s.line << " " << s.n;
+  }
+  ask_.Expect("Did not find data no:2");
+  EXPECT_EQ(Extract_Data("a\tb", 2), "");
+  EXPECT_EQ(ask_.last_box.title, "WARNING");
+}
+
+TEST_F(Ini_File, Between_Two_Delimiters) {
+  struct Sample {
+    const char *text, *left, *right, *between;
+  };
+  for (const Sample& s : {Sample{"m<name>d", "<", ">", "name"},
+                          {"m<name>d", "", "<", "m"},
+                          {"m<>d", "<", ">", ""},
+                          {"name>d", "<", ">", "name"},
+                          {"m<name", "<", ">", "name"},
+                          {"m<", "<", ">", ""},
+                          {"m", "<", ">", ""},
+                          {"m>a<b", "<", ">", ""},
+                          {"!£", "!", "£", ""},
+                          {"!x£", "!", "£", "x"},
+                          {"a<b>c>d", "<", ">", "b"},
+                          {"", "<", ">", ""}}) {
+    EXPECT_EQ(Get_Between(s.text, s.left, s.right), s.between) << s.text;
+  }
+}
+
+TEST_F(Ini_File, Hex_And_Binary_Digits) {
+  for (int value = 0; value < 256; ++value) {
+    std::string text = dec2hex(value, 2);
+    EXPECT_EQ(Hex_Byte(text), value) << text;
+    for (char& c : text) c = static_cast<char>(std::tolower(c));
+    EXPECT_EQ(Hex_Byte(text + "rest"), value) << text;
+    const std::string bits = Dec2Bin(value);
+    EXPECT_EQ(Bin_2_Dec(std::string(8 - bits.size(), '0') + bits), value);
+    EXPECT_NE(bits.substr(0, 1), "0") << "no leading zeros";
+  }
+  // Codes beside the digits run on in both directions.
+  for (const auto& [text, value] : {std::pair{"G0", 256}, {"zz", 595}, {"  ", -272}, {"", 0}, {"6", 96}}) {
+    EXPECT_EQ(Hex_Byte(text), value) << text;
+  }
+  EXPECT_EQ(Dec2Bin(256), "100000000");
+  EXPECT_EQ(Dec2Bin(-5), "");
+}
+
+TEST_F(Ini_File, Brands_Name_Their_Files_And_Titles) {
+  struct Sample {
+    int brand, edition;
+    const char *ini, *log_settings, *prefix, *box_tab;
+    int preset;
+  };
+  for (const Sample& s :
+       {Sample{0, 0, "KXBenchPro.ini", "KXBenchPro_Default_Log_Settings.kxl", "TORNVIK  KXBenchPro - ",
+               "KX-box", 0},
+        {0, 1, "KXBenchAlt.ini", "KXBenchAlt_Default_Log_Settings.kxl", "TORNVIK  KXBenchPro - ", "KX-box",
+         0},
+        {0, 2, "KXBench.ini", "KXBench_StandAlone_Default_Log_Settings.kxl", "TORNVIK  KXBenchPro - ",
+         "KX-box", 0},
+        {1, 0, "QRT3.ini", "Qrt3_Default_Log_Settings.kxl", "Lindhamn Racing QRT3 - ", "Direct", 3},
+        {1, 1, "QRT2i.ini", "Qrt3i_Default_Log_Settings.kxl", "Lindhamn Racing QRT3 - ", "Direct", 3},
+        {1, 2, "", "", "Lindhamn Racing QRT3 - ", "Direct", 3},
+        {2, 0, "", "", "NLM MapCard - ", "KX-box", 0}}) {
+    card_data_file = "other.kxs";
+    Edition = s.edition;
+    Set_Brand(s.brand);
+    EXPECT_EQ(Ini_File_Name, s.ini);
+    EXPECT_EQ(Log_Settings_File_Name, s.log_settings);
+    EXPECT_EQ(Title_Prefix, s.prefix);
+    EXPECT_EQ(Box_Tab_Caption, s.box_tab);
+    EXPECT_EQ(Default_Preset, s.preset);
+    EXPECT_EQ(Brand_Has_Help_Menu(), s.brand == 0);
+    EXPECT_EQ(card_data_file + "|" + Title_Text(), "New1.kxs|New1.kxs");
+  }
+  EXPECT_THROW(Set_Brand(3), Failure);
+  EXPECT_EQ(About_Text(), Version_Text()) << "a brand that sets no names";
+  Set_Brand(0);
+  Web_Site = "www.example.org";
+  EXPECT_EQ(About_Text(), "KXBench\n" + Version_Text() + "\nTornvik AB\nwww.example.org");
+  EXPECT_THAT(Version_Text(), testing::MatchesRegex("Ver [0-9]+\\.[0-9]+\\.[0-9]+"));
+}
+
+}  // namespace
+}  // namespace kx

@@ -1,0 +1,216 @@
+#include "settings/presets.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+#include "settings/text_encoding.h"
+#include "support/settings_fixture.h"
+
+namespace kx {
+namespace {
+
+using testing::ElementsAre;
+using Presets = test::Settings_Fixture;
+
+/// Positions of the ones of a mask.
+std::vector<int> Ones(const std::string& mask) {
+  const std::string bits = Mask_Bits(mask);
+  std::vector<int> ones;
+  for (int i = 1; i <= 1000; ++i) {
+    if (Mask_Position(bits, i) == "1") ones.push_back(i);
+  }
+  return ones;
+}
+
+TEST_F(Presets, A_Line_Has_Five_Fields_And_May_Lack_Any) {
+  struct Sample {
+    const char* line;
+    Preset preset;
+  };
+  for (const Sample& s :
+       {Sample{"6C216E67<KX standard>@44,s4,r251$!£", {"KX standard", "6C216E67", "@44,s4,r251", "", ""}},
+        {"6C<n>1$x!y£ remark", {"n", "6C", "1", "x", "y"}},
+        {"6C<n>1", {"n", "6C", "1", "", ""}},
+        {"6C<n>", {"n", "6C", "", "", ""}},
+        {"", {}},
+        {"no delimiter", {}},
+        {"<n>", {"n", "", "", "", ""}}}) {
+    EXPECT_EQ(Parse_Preset(s.line), s.preset) << s.line;
+  }
+  Read_Presets({"6C<one>$!£", "junk", "6A<three>$!£"});
+  EXPECT_EQ(Preset_List.size(), 3U) << "a malformed line keeps its place, so that indexes stay";
+  Read_Presets({});
+  EXPECT_EQ(Preset_List, (std::vector<Preset>{{"<No preset in ini file>", "68000000", "", "", ""}}));
+  User_Preset = 1;
+  EXPECT_THROW(static_cast<void>(Selected_Preset()), Failure);
+}
+
+TEST_F(Presets, A_Mask_Is_Read_Bit_By_Bit) {
+  EXPECT_EQ(Mask_Dataset("6C216E67"), 108);
+  EXPECT_THAT(Ones("00216E67"), ElementsAre(11, 16, 18, 19, 21, 22, 23, 26, 27, 30, 31, 32));
+  EXPECT_EQ(Mask_Bits("6c216e67"), Mask_Bits("6C216E67"));
+  struct Sample {
+    const char* mask;
+    int dataset;
+    std::size_t positions;
+  };
+  for (const Sample& s : {Sample{"", 0, 0},
+                          {"6", 96, 4},
+                          {"6C216E6", 108, 28},
+                          {"6C216E6700", 108, 40},
+                          {"6C216E670000000000000000000000000000FFFF", 108, 160},
+                          {"zz216E67", 255, 32},
+                          {"  216E67", 0, 32},
+                          {"G0", 255, 8}}) {
+    EXPECT_EQ(Mask_Dataset(s.mask), s.dataset) << s.mask;
+    EXPECT_EQ(Mask_Bits(s.mask).size(), s.positions) << s.mask;
+  }
+  EXPECT_THAT(Ones("g8 1\xC3!F"), ElementsAre(5, 16, 25, 26, 27, 28)) << "what is no hex digit counts as 0";
+  EXPECT_EQ(Mask_Position("01", 0), "");
+  EXPECT_EQ(Mask_Position("01", 3), "");
+}
+
+/// Names of the switches that are on.
+std::vector<std::string> On(const Preset_Switches& s) {
+  std::vector<std::string> names;
+  for (const auto& [name, on] : {std::pair{"PWM_Load_Frame", s.PWM_Load_Frame},
+                                 {"Rpm_Res_Frame", s.Rpm_Res_Frame},
+                                 {"Frame4", s.Frame4},
+                                 {"gear_shift", s.gear_shift},
+                                 {"Fuel_Load_Base_Frame", s.Fuel_Load_Base_Frame},
+                                 {"AE_Frame", s.AE_Frame},
+                                 {"SSTab_PWM", s.SSTab_PWM},
+                                 {"An2_Available", s.An2_Available},
+                                 {"PWM_PID_Frame", s.PWM_PID_Frame},
+                                 {"Inj_Cal_Frame", s.Inj_Cal_Frame},
+                                 {"Enrich_Mode_Frame", s.Enrich_Mode_Frame},
+                                 {"config_frame_b", s.config_frame_b},
+                                 {"SSTab_Fuel", s.SSTab_Fuel},
+                                 {"Sensor_Settings", s.Sensor_Settings}}) {
+    if (on) names.emplace_back(name);
+  }
+  return names;
+}
+
+TEST_F(Presets, Each_Position_Switches_What_It_Names) {
+  const std::map<int, std::string> switched{
+      {11, "PWM_Load_Frame"},       {18, "Frame4"},         {19, "gear_shift"},
+      {21, "Fuel_Load_Base_Frame"}, {22, "AE_Frame"},       {23, "SSTab_PWM"},
+      {26, "An2_Available"},        {27, "PWM_PID_Frame"},  {30, "Inj_Cal_Frame"},
+      {31, "Enrich_Mode_Frame"},    {32, "config_frame_b"}, {40, "Sensor_Settings"}};
+  for (int position = 1; position <= 40; ++position) {
+    std::string mask(10, '0');
+    mask[static_cast<std::size_t>((position - 1) / 4)] = "8421"[(position - 1) % 4];
+    const auto on = On(Switches_Of_Mask(mask));
+    const auto found = switched.find(position);
+    if (position == 36) {
+      EXPECT_THAT(on, ElementsAre("Rpm_Res_Frame", "SSTab_Fuel"));
+    } else if (found != switched.end()) {
+      EXPECT_THAT(on, ElementsAre(found->second)) << position;
+    } else {
+      EXPECT_TRUE(on.empty()) << position << ": 16 too, for 36 decides behind it";
+    }
+  }
+  EXPECT_THAT(On(Switches_Of_Mask("68000000")),
+              ElementsAre("Rpm_Res_Frame", "SSTab_Fuel", "Sensor_Settings"));
+  EXPECT_EQ(On(Switches_Of_Mask("6C216E67")).size(), 14U) << "all on";
+}
+
+TEST_F(Presets, A_Program_Works_Left_To_Right) {
+  struct Sample {
+    const char* program;
+    std::vector<std::pair<int, int>> changed;  ///< byte and value, of an image of 15s
+  };
+  std::string thousand;
+  for (int i = 0; i < 1000; ++i) thousand += "15,";
+  for (const Sample& s : std::vector<Sample>{{"", {}},
+                                             {"1", {{0, 1}}},
+                                             {"1,2", {{0, 1}, {1, 2}}},
+                                             {"@44,s16,r254", {{44, 31}, {45, 14}}},
+                                             {"@44, s16, r254 ", {{44, 31}, {45, 14}}},
+                                             {"@7,r255,3", {{8, 3}}},
+                                             {"@7,s0,@7,3,@7,s4", {{7, 7}}},
+                                             {"@255,1,2,s4", {{255, 6}}},
+                                             {"@300,1", {{255, 1}}},
+                                             {"@-5,1", {{0, 1}}},
+                                             {"300,-1", {{0, 255}, {1, 0}}},
+                                             {"s1000", {{0, 255}}},
+                                             {"x,y", {{0, 0}, {1, 0}}},
+                                             {",,7", {{0, 0}, {1, 0}, {2, 7}}},
+                                             {"9,", {{0, 9}}},
+                                             {"@,r", {{0, 0}}},
+                                             {"3 deg", {{0, 3}}},
+                                             {thousand.c_str(), {}}}) {
+    Byte_Image expected;
+    expected.Fill(0, 255, 15);
+    const Byte_Image before = expected;
+    for (const auto& [byte, value] : s.changed) expected[byte] = static_cast<std::uint8_t>(value);
+    EXPECT_EQ(After_Preset_Program(s.program, before), expected) << s.program;
+  }
+}
+
+TEST_F(Presets, Applying_Takes_Dataset_Switches_And_Bytes_From_The_Selected_Preset) {
+  Preset_List = {{"a", "6C216E67", "@44,s4,r251", "", ""}, {"b", "6A000000", "@22,18,@7,9", "", ""}};
+  Init_Default_Settings(0);
+  EXPECT_TRUE(Apply_Preset_Mask().An2_Available && An2_Available);
+  EXPECT_EQ(DatasetID, 108);
+  EXPECT_TRUE(Apply_Preset_Program().empty()) << "changes nothing in a reset tune";
+  User_Preset = 1;
+  EXPECT_FALSE(Apply_Preset_Mask().An2_Available || An2_Available);
+  EXPECT_EQ(DatasetID, 106);
+  EXPECT_THAT(Apply_Preset_Program(), ElementsAre(0, 7, 22)) << "byte 0 mirrors byte 22";
+  EXPECT_EQ(CardByte[0], 18);
+  EXPECT_TRUE(Apply_Preset_Program().empty()) << "a second run finds its own work";
+}
+
+TEST_F(Presets, The_Question_Lists_What_Would_Change) {
+  folder_.Write("DatasetID108.txt", "Mirror\nbit 0 Sync\nFlags A\n\nLoad base\n");
+  DatasetID = 108;
+  CardByte.Fill(0, 255, 15);
+  Preset_List = {{"a", "6C216E67", "@0,15,s16,1,@3,7,@200,9,@3,r240", "", ""},
+                 {"b", "6C216E67", "@5,15", "", ""}};
+  const Byte_Image before = CardByte;
+  EXPECT_EQ(Preset_Changes(0),
+            "These presets will change:\r\nFlags A: 15 -> 31\r\n2: 15 -> 1\r\nLoad base: 15 -> 7\r\n"
+            "200: 15 -> 9\r\nLoad base: 15 -> 0\r\n");
+  EXPECT_TRUE(Lists_Changes(Preset_Changes(0)));
+  EXPECT_EQ(Preset_Changes(1).size(), 28U);
+  EXPECT_FALSE(Lists_Changes(Preset_Changes(1)));
+  EXPECT_EQ(CardByte, before);
+  EXPECT_THROW(static_cast<void>(Preset_Changes(2)), Failure);
+}
+
+TEST_F(Presets, Byte_Notes_Follow_The_Dataset) {
+  EXPECT_EQ(Byte_Name(7), "7") << "no file";
+  folder_.Write("DatasetID106.txt",
+                "bit 1 before any byte\rFirst\rbit 3 Slave\rbit 9 \xB0\rbitter\rbits of\rbit x\r");
+  folder_.Write("DatasetID107.txt", std::string(100000, '\n') + "late");
+  DatasetID = 106;
+  EXPECT_EQ(Byte_Name(0), "First");
+  EXPECT_EQ(Byte_Name(1), "bitter");
+  EXPECT_EQ(Byte_Name(2), "bits of");
+  EXPECT_EQ(Byte_Name(3), "bit x");
+  EXPECT_EQ(Byte_Name(4), "4");
+  ASSERT_EQ(Byte_Notes().at(0).bits.size(), 2U);
+  EXPECT_EQ(Byte_Notes()[0].bits[0].bit, 3);
+  EXPECT_EQ(Byte_Notes()[0].bits[1].text, "bit 9 °");
+  folder_.Write("DatasetID106.txt", "changed on the disk");
+  EXPECT_EQ(Byte_Name(0), "First") << "read once";
+  DatasetID = 107;
+  EXPECT_EQ(Byte_Name(0), "0");
+  EXPECT_EQ(Byte_Notes().size(), 256U);
+}
+
+TEST_F(Presets, The_Shipped_Texts_Describe_Every_Byte) {
+  start_dir = KXBENCH_DATA "/";
+  for (const int id : {104, 106, 107, 108}) {
+    DatasetID = static_cast<std::int16_t>(id);
+    ASSERT_EQ(Byte_Notes().size(), 256U) << id;
+    for (int i = 0; i < 256; ++i) EXPECT_NE(Byte_Name(i), std::to_string(i)) << id;
+    EXPECT_FALSE(Byte_Notes()[22].bits.empty()) << id;
+  }
+}
+
+}  // namespace
+}  // namespace kx
