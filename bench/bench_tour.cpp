@@ -13,6 +13,7 @@
 
 #include "bench_folder.h"
 #include "boxlink/link_texts.h"
+#include "boxlink/protocol.h"
 #include "platform/qt/qt_seams.h"
 #include "platform/seams.h"
 #include "settings/image.h"
@@ -20,6 +21,8 @@
 #include "sim/pty_box.h"
 #include "widgets/table_grid.h"
 #include "workspace/BoostProgMain.h"
+#include "workspace/choice_controls.h"
+#include "workspace/scalar_controls.h"
 
 namespace {
 
@@ -41,6 +44,9 @@ class Tour_Ask : public kx::platform::Ask {
   std::optional<std::string> Open_Name(const kx::platform::File_Question&) override { return file_; }
   std::optional<std::string> Save_Name(const kx::platform::File_Question&) override { return file_; }
 
+  /// The file that the dialogs give from now on.
+  void Answer_With(std::string file) { file_ = std::move(file); }
+
   std::string questions;
 
  private:
@@ -58,8 +64,14 @@ class Tour {
            Step("undo and repeat", [this] { Undo_And_Repeat(); }) &&
            Step("type a fuel cell", [this] { Type_Fuel(); }) &&
            Step("pictures of all tabs", [this] { Take_Pictures(); }) &&
+           Step("every slider and list", [this] { Try_All_Controls(); }) &&
+           Step("box settings", [this] { Show_Box_Settings(); }) &&
+           Step("PC settings", [this] { Show_Pc_Settings(); }) &&
+           Step("setting summary and report", [this] { Make_Report(); }) &&
            Step("write to the box", [this] { Write(); }) && Step("verify", [this] { Verify(); }) &&
-           Step("save", [this] { Save(); }) && Step("open and compare 256 bytes", [this] { Open_Again(); });
+           Step("read, verify and write the old way", [this] { Old_Engine(); }) &&
+           Step("line log", [this] { Export_Line_Log(); }) && Step("save", [this] { Save(); }) &&
+           Step("open and compare 256 bytes", [this] { Open_Again(); });
   }
 
   void Keep_Journal() {
@@ -135,7 +147,8 @@ class Tour {
   }
 
   static void Pick(kx::Table_Grid* grid, int row) {
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(row - 1, 0)).center());
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                      grid->visualRect(grid->model()->index(row - 1, 0)).center());
   }
 
   void Raise_Ignition() {
@@ -184,6 +197,7 @@ class Tour {
   }
 
   void Save() {
+    ask_.Answer_With(out_.filePath("tour.kxs").toStdString());
     Trigger("File_save_As");
     Require(QFile::exists(out_.filePath("tour.kxs")), "no file");
   }
@@ -196,16 +210,99 @@ class Tour {
     Require(CardByte == saved, "the file holds another tune");
   }
 
-  void Take_Picture(const std::string& name) {
+  void Take_Picture(const std::string& name) { Take_Picture_Of(*form_, name); }
+
+  void Take_Picture_Of(QWidget& form, const std::string& name) {
     const QString path = out_.filePath(QString::fromStdString(name) + ".png");
-    Require(form_->grab().save(path), "no picture " + name);
+    Require(form.grab().save(path), "no picture " + name);
+  }
+
+  /// A form of its own, by its name.
+  static QWidget* Form(const char* name) {
+    for (QWidget* form : QApplication::topLevelWidgets()) {
+      if (form->objectName() == name) return form;
+    }
+    throw std::runtime_error(std::string("no form ") + name);
+  }
+
+  /// Moves each slider one step and back: its byte follows and comes back with it.
+  void Try_All_Controls() {
+    const kx::Byte_Image before = CardByte;
+    for (const kx::Scalar_Row& row : kx::Scalar_Rows()) {
+      const int position = kx::Scalar_Position(row);
+      const int tried = position > 0 ? position - 1 : position + 1;
+      kx::Scalar_Changed(row, tried);
+      Require(kx::Scalar_Position(row) == tried, std::string(row.name) + " does not follow");
+      kx::Scalar_Changed(row, position);
+    }
+    for (const kx::Choice_Row& row : kx::Choice_Rows()) kx::Choice_Changed(row, kx::Choice_Index(row));
+    for (int i = 0; i < kx::Byte_Image::size; ++i) {
+      Require(CardByte[i] == before[i] || i == kx::map::injector_calibration,
+              "byte " + std::to_string(i) + " did not come back");
+    }
+  }
+
+  void Show_Box_Settings() {
+    Trigger("Box_Settings");
+    QWidget* config = Form("KX_Config");
+    QTest::mouseClick(config->findChild<QPushButton*>("cmd_View_Advanced"), Qt::LeftButton);
+    config->resize(config->width(), 1500);
+    QApplication::processEvents();
+    Take_Picture_Of(*config, "box_settings");
+    QTest::mouseClick(config->findChild<QPushButton*>("OKButton"), Qt::LeftButton);
+    Require(!config->isVisible(), "OK leaves the box settings open");
+  }
+
+  void Show_Pc_Settings() {
+    Trigger("PC_Settings");
+    QWidget* prefs = Form("KX_prefs");
+    QApplication::processEvents();
+    Take_Picture_Of(*prefs, "pc_settings");
+    prefs->close();
+  }
+
+  void Make_Report() {
+    Trigger("Setting_Summary");
+    QWidget* viewer = Form("KX_Setting_Summary");
+    QApplication::processEvents();
+    Take_Picture_Of(*viewer, "setting_summary");
+    ask_.Answer_With(out_.filePath("report.rtf").toStdString());
+    viewer->findChild<QAction*>("SaveAs")->trigger();
+    Require(QFile::exists(out_.filePath("report.rtf")), "no report");
+    viewer->close();
+  }
+
+  /// Clicks a button of the timer-driven engine and waits for the end of its transfer.
+  void Run_Old(const char* button, const char* word) {
+    Click(button);
+    Require(QTest::qWaitFor([] { return !kx::Transfer_Running(); }, 20000),
+            std::string(button) + " does not end");
+    Require_Status(word);
+  }
+
+  void Old_Engine() {
+    Run_Old("Com_knapp5", "< KX read ");
+    Run_Old("Com_knapp4", "< KX data verify OK >");
+    Go_To(2, "SSTab_Fuel", 0);
+    Click("plus");
+    Run_Old("Com_knapp3", "< Write finished ");
+    Require(Box_Image()[kx::map::fuel_load.first + 11] == CardByte[kx::map::fuel_load.first + 11],
+            "the box did not get the changed byte");
+  }
+
+  void Export_Line_Log() {
+    ask_.Answer_With(out_.filePath("line_log.txt").toStdString());
+    Click("Export_Line_Log");
+    Require(QFile(out_.filePath("line_log.txt")).size() > 0, "no line log");
   }
 
   void Take_Pictures() {
     Go_To(0, nullptr, 0);
     Take_Picture("general");
-    const std::array<std::pair<const char*, const char*>, 4> panels{
-        {{"SSTab_Ignition", "ignition"}, {"SSTab_Fuel", "fuel"}, {"SSTab_PWM", "pwm"}, {"SSTab_Analog", "analog"}}};
+    const std::array<std::pair<const char*, const char*>, 4> panels{{{"SSTab_Ignition", "ignition"},
+                                                                     {"SSTab_Fuel", "fuel"},
+                                                                     {"SSTab_PWM", "pwm"},
+                                                                     {"SSTab_Analog", "analog"}}};
     for (int tab = 0; tab < static_cast<int>(panels.size()); ++tab) {
       const auto& [sub_tabs, name] = panels[static_cast<std::size_t>(tab)];
       auto* control = Find<QTabWidget>(sub_tabs);

@@ -19,10 +19,6 @@ namespace {
 /// Width of the list of ports; longer descriptions are cut at the list and whole in its tool tips.
 constexpr int list_width_in_characters = 44;
 
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 template <typename Handler>
 QPushButton* Button(const QString& name, const QString& caption, Handler handler) {
   auto* button = new QPushButton(caption);

@@ -34,7 +34,7 @@ platform::Port_Error Comm_Port::Open() {
   device_ = Device_Path(com_number_);
   if (device_.empty()) return {port_error::not_found, "No such device"};
   seams.serial_port->on_event = [this](Line_Event event) { Report(event); };
-  const platform::Port_Error error = seams.serial_port->Open(device_);
+  platform::Port_Error error = seams.serial_port->Open(device_);
   if (error.Ok()) Log_Line(Line_Direction::opened, device_);
   return error;
 }

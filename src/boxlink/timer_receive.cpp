@@ -1,4 +1,5 @@
 #include <string>
+#include <utility>
 
 #include "boxlink/box_info.h"
 #include "boxlink/comm_port.h"
@@ -31,14 +32,19 @@ void Report_Loaded() {
   Refresh_Views(Refresh_Whole_Image);
 }
 
+void Report_Difference(const std::vector<int>& offsets) {
+  rs232_text.Set(std::string(words::data_differs) + Offsets_Text(offsets));
+}
+
+/// The slave's turn comes behind a read-back without a difference only: its good end must not stand in the
+/// status in place of the master's failure.
 void Compare() {
-  rs232_text.Set(Write_Verify ? With_Time(words::data_read_back, words::dotted_end)
-                              : std::string(words::data_verified));
-  if (Write_Verify) Slave_Pending = Slave_Needed;
-  Write_Verify = false;
+  const bool read_back = std::exchange(Write_Verify, false);
+  rs232_text.Set(read_back ? With_Time(words::data_read_back, words::dotted_end)
+                           : std::string(words::data_verified));
   const auto offsets = Differing_Offsets(CardByte, Verify_Image);
-  if (offsets.empty()) Send("ue");
-  if (!offsets.empty()) rs232_text.Set(std::string(words::data_differs) + Offsets_Text(offsets));
+  Slave_Pending = read_back && Slave_Needed && offsets.empty();
+  offsets.empty() ? Send("ue") : Report_Difference(offsets);
   Run_List = Master_Run_List(offsets);
   Verify_Mode = false;
 }

@@ -25,7 +25,7 @@ struct File_Result {
 /// What Replace_File would be refused for at once: the file's protection, a directory that takes no new file.
 [[nodiscard]] File_Result Check_Replaceable(const std::string& path, const std::string& beside);
 
-/// Working directory, "/" as separator and at its end.
+/// Working directory, "/" as separator and at its end; empty when it is gone.
 [[nodiscard]] std::string Working_Directory();
 
 }  // namespace kx::platform

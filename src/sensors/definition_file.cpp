@@ -48,8 +48,9 @@ void Read_Selection() {
 
 void Read_Start_Preset() {
   const int last = Last_Index(Preset_List.size());
-  const int otherwise = Default_Preset <= last ? Default_Preset : 0;
-  User_Preset = Number_Key("User_Preset", 0, last).value_or(otherwise);
+  const int wanted =
+      Read_Key("User_Preset") ? Number_Key("User_Preset", 0, last).value_or(0) : Default_Preset;
+  User_Preset = wanted <= last ? wanted : 0;
   DatasetID = static_cast<std::int16_t>(Mask_Dataset(Selected_Preset().mask));
 }
 

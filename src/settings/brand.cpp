@@ -17,7 +17,6 @@ std::string Company_Name;
 std::string Program_Name;
 std::string Card_Tab_Caption;
 std::string Box_Tab_Caption;
-std::string Logo;
 std::string Ini_File_Name;
 std::string Log_Settings_File_Name;
 std::string Download_Link;
@@ -33,7 +32,6 @@ struct Brand_Row {
   std::string_view program_name;
   std::string_view card_tab_caption;
   std::string_view box_tab_caption;
-  std::string_view logo;
   std::string_view download_link;
   std::string_view web_site;
   bool help_menu_shown;
@@ -41,11 +39,9 @@ struct Brand_Row {
 };
 
 constexpr std::array brands{
-    Brand_Row{"TORNVIK  KXBenchPro - ", "Tornvik AB", "KXBench", "MapCard", "KX-box", "CompLogo", "", "",
-              true, 0},
-    Brand_Row{"Lindhamn Racing QRT3 - ", "Lindhamn Racing", "QRT2", "Card", "Direct", "CompLogo_Lindhamn", "",
-              "", false, 3},
-    Brand_Row{"NLM MapCard - ", "", "", "MapCard", "KX-box", "", "", "", false, 0},
+    Brand_Row{"TORNVIK  KXBenchPro - ", "Tornvik AB", "KXBench", "MapCard", "KX-box", "", "", true, 0},
+    Brand_Row{"Lindhamn Racing QRT3 - ", "Lindhamn Racing", "QRT2", "Card", "Direct", "", "", false, 3},
+    Brand_Row{"NLM MapCard - ", "", "", "MapCard", "KX-box", "", "", false, 0},
 };
 
 struct File_Row {
@@ -72,7 +68,6 @@ void Take_Row(const Brand_Row& row) {
   Program_Name = row.program_name;
   Card_Tab_Caption = row.card_tab_caption;
   Box_Tab_Caption = row.box_tab_caption;
-  Logo = row.logo;
   Download_Link = row.download_link;
   Web_Site = row.web_site;
   Link_Caption = "Goto " + Web_Site;

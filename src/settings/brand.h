@@ -14,7 +14,6 @@ extern std::string Company_Name;      ///< maker, for the About text
 extern std::string Program_Name;      ///< short name of the tool
 extern std::string Card_Tab_Caption;  ///< tab 0 of SSTab_Communication
 extern std::string Box_Tab_Caption;   ///< tab 1 of SSTab_Communication
-extern std::string Logo;              ///< name of the picture to show; empty for none
 extern std::string Ini_File_Name;     ///< empty: this build keeps no configuration
 extern std::string Log_Settings_File_Name;
 extern std::string Download_Link;  ///< target of Help_wwwlink

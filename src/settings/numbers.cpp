@@ -151,8 +151,8 @@ std::uint8_t byte_chk(std::optional<double> value) {
 std::uint8_t byte_chk(std::string_view text) { return byte_chk(std::optional<double>(Val_Any(text))); }
 
 std::string Format(double value, std::string_view mask) {
+  if (!std::isfinite(value)) return {};
   if (mask.empty()) return Number_Text(value);
-  if (!std::isfinite(value)) Fail_Overflow();
   const std::size_t point = mask.find('.');
   const std::size_t whole_zeros = point == std::string_view::npos ? mask.size() : point;
   const std::size_t decimals = point == std::string_view::npos ? 0 : mask.size() - point - 1;
@@ -194,6 +194,12 @@ std::optional<double> Whole_Number_Text(std::string_view text) {
   const std::string number = Normalised(text);
   if (Number_Length(number) != number.size()) return {};
   return Parse(number);
+}
+
+double Required_Number(std::string_view text) {
+  const auto number = Whole_Number_Text(text);
+  if (!number) Fail_Type_Mismatch();
+  return *number;
 }
 
 }  // namespace kx

@@ -32,7 +32,7 @@ namespace kx {
 /// empty mask gives Number_Text.
 [[nodiscard]] std::string Format(double value, std::string_view mask);
 
-/// The same for a value that may be missing, which gives an empty text.
+/// The same for a value that may be missing; that and a value beyond all numbers give an empty text.
 [[nodiscard]] std::string Format(std::optional<double> value, std::string_view mask);
 
 /// Default text of a number: up to 15 significant digits, no trailing zeros, no blanks.
@@ -47,5 +47,8 @@ namespace kx {
 /// The number that the whole of @p text is, decimal sign as in Val_Any, blanks around it allowed. Nothing
 /// when the text is not one number.
 [[nodiscard]] std::optional<double> Whole_Number_Text(std::string_view text);
+
+/// The same where a number is required. Throws Failure "Type mismatch" when there is none.
+[[nodiscard]] double Required_Number(std::string_view text);
 
 }  // namespace kx

@@ -19,8 +19,8 @@ double Nice_Step(double at_least) {
   return 10 * power;
 }
 
-constexpr double smallest_span = 1;   ///< shown units; a flat curve is not blown up into noise
-constexpr double worth_keeping = 0.4; ///< share of the axis that the curve has to use for it to stay
+constexpr double smallest_span = 1;    ///< shown units; a flat curve is not blown up into noise
+constexpr double worth_keeping = 0.4;  ///< share of the axis that the curve has to use for it to stay
 
 QCPRange Value_Range(const Chart& chart) {
   double low = 0;
@@ -102,9 +102,10 @@ void Line_Chart::Set_Series_Count(int count) {
 }
 
 void Line_Chart::Set_Labels(const std::vector<std::string>& labels) {
-  const int widest = std::accumulate(labels.begin(), labels.end(), 1, [this](int width, const std::string& label) {
-    return std::max(width, fontMetrics().horizontalAdvance(QString::fromStdString(label)));
-  });
+  const int widest =
+      std::accumulate(labels.begin(), labels.end(), 1, [this](int width, const std::string& label) {
+        return std::max(width, fontMetrics().horizontalAdvance(QString::fromStdString(label)));
+      });
   const int room = std::max(1, (width() - fontMetrics().height() * 4) / (widest + fontMetrics().height()));
   const int every = std::max(1, (static_cast<int>(labels.size()) + room - 1) / room);
   labels_->clear();
@@ -170,6 +171,11 @@ void Line_Chart::showEvent(QShowEvent* event) {
   if (stale_) Draw();
 }
 
+void Line_Chart::resizeEvent(QResizeEvent* event) {
+  Set_Labels(std::vector<std::string>(shown_labels_));
+  QCustomPlot::resizeEvent(event);
+}
+
 void Line_Chart::changeEvent(QEvent* event) {
   QCustomPlot::changeEvent(event);
   if (current_ == nullptr) return;
@@ -180,7 +186,8 @@ void Line_Chart::changeEvent(QEvent* event) {
 }
 
 int Line_Chart::Row_At(const QPointF& position) const {
-  return std::clamp(static_cast<int>(std::lround(xAxis->pixelToCoord(position.x()))), 1, std::max(1, entries_));
+  return std::clamp(static_cast<int>(std::lround(xAxis->pixelToCoord(position.x()))), 1,
+                    std::max(1, entries_));
 }
 
 void Line_Chart::mousePressEvent(QMouseEvent* event) {

@@ -16,20 +16,33 @@ constexpr int code_of_c = 67;
 /// Codes of the keys that type no character but are known to handlers.
 int Code_Of_Special_Key(int key) {
   switch (key) {
-    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Backspace:
+      return 8;
     case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Shift: return 16;
-    case Qt::Key_PageUp: return 33;
-    case Qt::Key_PageDown: return 34;
-    case Qt::Key_End: return 35;
-    case Qt::Key_Home: return 36;
-    case Qt::Key_Left: return 37;
-    case Qt::Key_Up: return 38;
-    case Qt::Key_Right: return 39;
-    case Qt::Key_Down: return 40;
-    case Qt::Key_Delete: return 46;
-    default: return 0;
+    case Qt::Key_Enter:
+      return 13;
+    case Qt::Key_Shift:
+      return 16;
+    case Qt::Key_PageUp:
+      return 33;
+    case Qt::Key_PageDown:
+      return 34;
+    case Qt::Key_End:
+      return 35;
+    case Qt::Key_Home:
+      return 36;
+    case Qt::Key_Left:
+      return 37;
+    case Qt::Key_Up:
+      return 38;
+    case Qt::Key_Right:
+      return 39;
+    case Qt::Key_Down:
+      return 40;
+    case Qt::Key_Delete:
+      return 46;
+    default:
+      return 0;
   }
 }
 
@@ -44,7 +57,8 @@ int Code_Of_Character(QChar typed, bool keypad) {
 
 bool Is_Command_Key(const QKeyEvent& event) {
   const int key = event.key();
-  if (key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr || key == Qt::Key_Meta) return true;
+  if (key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr || key == Qt::Key_Meta)
+    return true;
   return (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
 }
 
@@ -95,14 +109,17 @@ QString Grid_Model::Cell_Text(int row, int column) const {
 
 QVariant Grid_Model::data(const QModelIndex& index, int role) const {
   switch (role) {
-    case Qt::DisplayRole: return Cell_Text(index.row() + 1, index.column());
-    case Qt::TextAlignmentRole: return int(Qt::AlignRight | Qt::AlignVCenter);
+    case Qt::DisplayRole:
+      return Cell_Text(index.row() + 1, index.column());
+    case Qt::TextAlignmentRole:
+      return int(Qt::AlignRight | Qt::AlignVCenter);
     case Qt::FontRole: {
       QFont font = qobject_cast<QWidget*>(parent())->font();
       font.setBold(Is_Value(index.column()));
       return font;
     }
-    default: return {};
+    default:
+      return {};
   }
 }
 
@@ -136,7 +153,8 @@ Table_Grid::Table_Grid(Grid& grid, const QString& name, QWidget* parent)
 void Table_Grid::Refresh() {
   model_->Refresh();
   const int columns = grid_.Columns();
-  setMinimumWidth(columns * fontMetrics().horizontalAdvance("-00000.0") + verticalScrollBar()->sizeHint().width());
+  setMinimumWidth(columns * fontMetrics().horizontalAdvance("-00000.0") +
+                  verticalScrollBar()->sizeHint().width());
   Fit_Rows();
   Show_Cursor();
 }
@@ -167,12 +185,24 @@ void Table_Grid::Move_Cursor(int key, bool extend) {
   const int page = std::max(1, viewport()->height() / std::max(1, rowHeight(0)) - 1);
   int row = grid_.Row_Sel();
   switch (key) {
-    case Qt::Key_Up: row -= 1; break;
-    case Qt::Key_Down: row += 1; break;
-    case Qt::Key_PageUp: row -= page; break;
-    case Qt::Key_PageDown: row += page; break;
-    case Qt::Key_Home: row = 1; break;
-    default: row = last; break;
+    case Qt::Key_Up:
+      row -= 1;
+      break;
+    case Qt::Key_Down:
+      row += 1;
+      break;
+    case Qt::Key_PageUp:
+      row -= page;
+      break;
+    case Qt::Key_PageDown:
+      row += page;
+      break;
+    case Qt::Key_Home:
+      row = 1;
+      break;
+    default:
+      row = last;
+      break;
   }
   row = std::clamp(row, 1, std::max(1, last));
   emit Cell_Entered(extend ? grid_.Row() : row, row);
@@ -180,7 +210,8 @@ void Table_Grid::Move_Cursor(int key, bool extend) {
 }
 
 void Table_Grid::keyPressEvent(QKeyEvent* event) {
-  if (Is_Command_Key(*event) && !event->matches(QKeySequence::Copy)) return QTableView::keyPressEvent(event);
+  const bool copy = event->key() == Qt::Key_C && event->matches(QKeySequence::Copy);
+  if (Is_Command_Key(*event) && !copy) return QTableView::keyPressEvent(event);
   // Tab leaves the grid, as from any other control.
   if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) return event->ignore();
   grid_.Set_Top_Row(verticalScrollBar()->value() + 1);
@@ -212,6 +243,12 @@ void Table_Grid::mouseMoveEvent(QMouseEvent* event) {
   if (row == grid_.Row_Sel()) return;
   emit Cell_Entered(grid_.Row(), row);
   scrollTo(currentIndex());
+}
+
+/// Coming back to a grid enters its cell anew: the next digit replaces its text.
+void Table_Grid::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  if (model_->rowCount() > 0) emit Cell_Entered(grid_.Row(), grid_.Row_Sel());
 }
 
 void Table_Grid::resizeEvent(QResizeEvent* event) {

@@ -50,6 +50,7 @@ class Table_Grid : public QTableView {
   void Key_Pressed(int key_code, int shift_state);
 
  protected:
+  void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;

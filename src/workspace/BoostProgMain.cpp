@@ -1,5 +1,6 @@
 #include "workspace/BoostProgMain.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QMenuBar>
@@ -21,8 +22,8 @@ namespace kx {
 namespace {
 
 /// Tab of sstab_Main and the core's note of which of its sub-tabs is on show, in the order of the tabs.
-constexpr std::array sub_tab_notes{&Shown_Tabs::SSTab_Ignition, &Shown_Tabs::SSTab_Fuel, &Shown_Tabs::SSTab_PWM,
-                                   &Shown_Tabs::SSTab_Analog};
+constexpr std::array sub_tab_notes{&Shown_Tabs::SSTab_Ignition, &Shown_Tabs::SSTab_Fuel,
+                                   &Shown_Tabs::SSTab_PWM, &Shown_Tabs::SSTab_Analog};
 
 QAction* Entry(QMenu* menu, const QString& name, const QString& caption, const QKeySequence& keys,
                void (*handler)()) {
@@ -40,10 +41,11 @@ constexpr int side_width_in_characters = 40;
 BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   setObjectName("BoostProgMain");
   Prepare_Start();
+  if (!Program_Name.empty()) QApplication::setApplicationName(Text(Program_Name));
   Make_Layout();
   Make_Menus();
   Set_Hooks();
-  Load_Event();
+  Guarded(Load_Event);
   prefs_ = std::make_unique<KX_prefs>();
   Show_Title();
 }
@@ -90,8 +92,10 @@ void BoostProgMain::Make_Layout() {
   Follow(preset_status_, preset_status, [](QLabel* label, const QString& text) { label->setText(text); });
   statusBar()->addWidget(notification_);
   statusBar()->addWidget(preset_status_, 1);
-  config_ = std::make_unique<KX_Config>(controls_);
+  config_ = std::make_unique<KX_Config>(controls_, *this);
   summary_ = std::make_unique<KX_Setting_Summary>();
+  connect(config_.get(), &KX_Config::Summary_Wanted, summary_.get(),
+          &KX_Setting_Summary::Open_With_Box_Settings);
 }
 
 void BoostProgMain::Make_Menus() {
@@ -107,17 +111,19 @@ void BoostProgMain::Make_Menus() {
   Entry(edit, "edit_undo", "&Undo", QKeySequence("Ctrl+Z"), Undo);
   Entry(edit, "edit_redo", "&Redo", QKeySequence("Ctrl+Y"), Redo);
   QMenu* settings = menuBar()->addMenu("&Settings");
-  QAction* config = settings->addAction("&Box settings...", QKeySequence("F2"), this, [this] { Show_Form(*config_); });
+  QAction* config =
+      settings->addAction("&Box settings...", QKeySequence("F2"), this, [this] { Show_Form(*config_); });
   config->setObjectName("Box_Settings");
-  QAction* prefs = settings->addAction("&PC settings...", QKeySequence("F4"), this, [this] { Show_Form(*prefs_); });
+  QAction* prefs =
+      settings->addAction("&PC settings...", QKeySequence("F4"), this, [this] { Show_Form(*prefs_); });
   prefs->setObjectName("PC_Settings");
-  QAction* summary = settings->addAction("Setting &summary...", QKeySequence("F3"), this, [this] {
-    summary_->Open_With_Box_Settings();
-  });
+  QAction* summary = settings->addAction("Setting &summary...", QKeySequence("F3"), this,
+                                         [this] { summary_->Open_With_Box_Settings(); });
   summary->setObjectName("Setting_Summary");
   QMenu* help = menuBar()->addMenu("&Help");
   help->menuAction()->setObjectName("Help_menu");
   help->menuAction()->setVisible(Brand_Has_Help_Menu());
+  Entry(help, "Help_file", "&Manual", QKeySequence::HelpContents, Open_Help_File);
   QAction* link = Entry(help, "Help_wwwlink", QString::fromStdString(Link_Caption), {}, Open_Help_Link);
   link->setEnabled(!Download_Link.empty());
   Entry(help, "Help_about", "&About", {}, Show_About);
@@ -156,7 +162,11 @@ void BoostProgMain::Show_Layout() {
   communication_->Show_Layout();
 }
 
-void BoostProgMain::Show_Title() { setWindowTitle(QString::fromStdString(Title_Prefix + Title_Text())); }
+void BoostProgMain::Show_Title() {
+  setWindowTitle(Text(Title_Prefix + Title_Text()));
+  general_->Show_Values();
+  config_->Show_Title();
+}
 
 void BoostProgMain::Show_Table(Table table) {
   for (Tables_Panel* panel : tables_) {
@@ -181,7 +191,7 @@ void BoostProgMain::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() != QEvent::WindowStateChange || config_ == nullptr) return;
   if (isMinimized()) {
-    config_was_visible_ = config_->isVisible();
+    config_was_visible_ = config_was_visible_ || config_->isVisible();
     config_->hide();
   } else if (config_was_visible_) {
     config_was_visible_ = false;

@@ -1,9 +1,13 @@
 #include "workspace/KX_Config.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenuBar>
+#include <QMouseEvent>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -13,14 +17,13 @@
 #include "settings/refresh.h"
 #include "workspace/box_settings.h"
 #include "workspace/panels/Form_Helpers.h"
+#include "workspace/start_up.h"
 
 namespace kx {
 namespace {
 
 constexpr const char* show_advanced = "View Advanced Configuration";
 constexpr const char* hide_advanced = "Hide Advanced Configuration";
-
-QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 /// A group of lists, one below the other.
 Control_Group* Lists(const QString& name, const QString& title, Control_Index& index,
@@ -32,7 +35,7 @@ Control_Group* Lists(const QString& name, const QString& title, Control_Index& i
 
 }  // namespace
 
-KX_Config::KX_Config(Control_Index& index, QWidget* parent) : QWidget(parent, Qt::Window), index_(index) {
+KX_Config::KX_Config(Control_Index& index, QWidget& main_form) : index_(index) {
   setObjectName("KX_Config");
   auto* page = new QWidget;
   auto* frames = new QVBoxLayout(page);
@@ -50,21 +53,38 @@ KX_Config::KX_Config(Control_Index& index, QWidget* parent) : QWidget(parent, Qt
   connect(view_advanced_, &QPushButton::clicked, this, &KX_Config::View_Advanced);
   auto* ok = new QPushButton("OK");
   ok->setObjectName("OKButton");
-  On_Click(ok, [this] {
+  On_Click(ok, [this, &main_form] {
     OKButton_Click();
     hide();
-    if (parentWidget() != nullptr) parentWidget()->activateWindow();
+    main_form.raise();
+    main_form.activateWindow();
   });
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(view_advanced_);
   buttons->addStretch(1);
   buttons->addWidget(ok);
   auto* layout = new QVBoxLayout(this);
+  layout->setMenuBar(Make_Menu());
   layout->addWidget(area, 1);
   layout->addLayout(buttons);
+  // Wide enough for the advanced settings too, so that nothing moves when they come on show.
+  area->setMinimumWidth(page->sizeHint().width() + area->verticalScrollBar()->sizeHint().width() +
+                        2 * area->frameWidth());
   advanced_->hide();
   development_->hide();
-  resize(fontMetrics().averageCharWidth() * 92, fontMetrics().height() * 42);
+  resize(sizeHint().width(), fontMetrics().height() * 42);
+}
+
+QMenuBar* KX_Config::Make_Menu() {
+  auto* bar = new QMenuBar;
+  QMenu* view = bar->addMenu("&View");
+  QAction* summary = view->addAction("Setting &summary...", this, &KX_Config::Summary_Wanted);
+  summary->setObjectName("Setting_Summary");
+  QMenu* help = bar->addMenu("&Help");
+  QAction* manual = help->addAction("&Manual");
+  manual->setObjectName("Help_file");
+  On_Trigger(manual, Open_Help_File);
+  return bar;
 }
 
 QWidget* KX_Config::Make_Standard(Control_Index& index) {
@@ -88,8 +108,8 @@ QWidget* KX_Config::Make_Standard(Control_Index& index) {
                      {"an_sync_check(0)", "an_sync_check(1)", "an_sync_check(2)", "an_sync_check(3)"});
   auto* ignition = Lists("Ignition_Mode_Frame", "Ignition", index, {"ig_mode_combo", "ig_mode_slave_combo"});
   auto* layout = new QVBoxLayout(frame);
-  for (QWidget* widget : std::initializer_list<QWidget*>{preset, table_unit_, indicator_, resolution_, boost, pulses_,
-                                                         ignition, sync}) {
+  for (QWidget* widget : std::initializer_list<QWidget*>{preset, table_unit_, indicator_, resolution_, boost,
+                                                         pulses_, ignition, sync}) {
     layout->addWidget(widget);
   }
   return frame;
@@ -100,7 +120,10 @@ void KX_Config::Make_Preset_List() {
   presets_->setObjectName("Mod_combo");
   dataset_ = new QLabel;
   dataset_->setObjectName("Dataset_label");
-  connect(presets_, &QComboBox::activated, this, [](int index) { Guarded([index] { Mod_combo_Chosen(index); }); });
+  connect(presets_, &QComboBox::activated, this, [this](int index) {
+    Guarded([index] { Mod_combo_Chosen(index); });
+    Show_Presets();
+  });
 }
 
 void KX_Config::Make_Rpm_Indicator(Control_Index& index) {
@@ -109,10 +132,9 @@ void KX_Config::Make_Rpm_Indicator(Control_Index& index) {
   auto* typed = qobject_cast<QLineEdit*>(index.Text_Control("gear_shift"));
   typed->setReadOnly(false);
   typed->setFocusPolicy(Qt::StrongFocus);
-  typed->setMaxLength(gear_shift_length);
-  connect(typed, &QLineEdit::returnPressed, this, [typed] {
-    Guarded([typed] { gear_shift_Entered(typed->text().toStdString()); });
-  });
+  typed->installEventFilter(this);
+  connect(typed, &QLineEdit::returnPressed, this,
+          [typed] { Guarded([typed] { gear_shift_Entered(typed->text().toStdString()); }); });
 }
 
 QWidget* KX_Config::Make_Advanced(Control_Index& index) {
@@ -120,7 +142,8 @@ QWidget* KX_Config::Make_Advanced(Control_Index& index) {
   advanced_->setObjectName("config_frame_b");
   auto* precision = Lists("Precision_Frame", "Ignition and air temperature", index,
                           {"ignrpm_tblprec_combo", "IAT_in_combo"});
-  auto* fuel = Lists("Fuel_Strategy_Frame", "Fuel enrichment", index, {"boost_enable_combo", "ae_combo", "ae_combo2"});
+  auto* fuel =
+      Lists("Fuel_Strategy_Frame", "Fuel enrichment", index, {"boost_enable_combo", "ae_combo", "ae_combo2"});
   auto* maf = Lists("MAF_Sim_Frame", "MAF simulation", index,
                     {"MAFSIM_enable", "mafsim_combo", "mafsim_out_combo", "mafsim_limit_combo"});
   auto* io = Lists("IO_Mode_Frame", "KX Digital I/O mode", index, {"io_combo"});
@@ -129,7 +152,8 @@ QWidget* KX_Config::Make_Advanced(Control_Index& index) {
   in_boost_->Scalar("inboostlevel");
   auto* role = Lists("KX_Mode_Frame", "KX mode", index, {"master"});
   auto* layout = new QVBoxLayout(advanced_);
-  for (QWidget* widget : std::initializer_list<QWidget*>{precision, fuel, maf, io, sequential_, in_boost_, role}) {
+  for (QWidget* widget :
+       std::initializer_list<QWidget*>{precision, fuel, maf, io, sequential_, in_boost_, role}) {
     layout->addWidget(widget);
   }
   return advanced_;
@@ -139,6 +163,7 @@ QWidget* KX_Config::Make_Development() {
   development_ = new QGroupBox("View cardbyte");
   development_->setObjectName("Development_frame");
   auto* image = new QPlainTextEdit;
+  raw_text_ = image;
   image->setObjectName("uncoded");
   image->setReadOnly(true);
   image->setMinimumHeight(fontMetrics().height() * 14);
@@ -166,9 +191,24 @@ QWidget* KX_Config::Make_Development() {
   return development_;
 }
 
+/// A click into the raw text refreshes it, unless the user is selecting from it. gear_shift takes keys up to
+/// its length; a longer text of the program's own stays whole.
 bool KX_Config::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonRelease) Guarded(uncoded_Click);
+  if (watched == index_.Text_Control("gear_shift"))
+    return event->type() == QEvent::KeyPress && Refuses(*event);
+  if (event->type() == QEvent::MouseButtonRelease &&
+      static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton &&
+      !raw_text_->textCursor().hasSelection()) {
+    Guarded(uncoded_Click);
+  }
   return QWidget::eventFilter(watched, event);
+}
+
+bool KX_Config::Refuses(QEvent& event) {
+  const auto* typed = qobject_cast<QLineEdit*>(index_.Text_Control("gear_shift"));
+  const QString text = static_cast<QKeyEvent&>(event).text();
+  const bool adds = !text.isEmpty() && text.front().isPrint() && !typed->hasSelectedText();
+  return adds && typed->text().size() >= gear_shift_length;
 }
 
 void KX_Config::View_Advanced() {
@@ -178,14 +218,21 @@ void KX_Config::View_Advanced() {
   view_advanced_->setText(show ? hide_advanced : show_advanced);
 }
 
-void KX_Config::Show_Layout() {
-  setWindowTitle("Box settings " + Text(Title_Text()));
+void KX_Config::Show_Title() { setWindowTitle("Box settings " + Text(Title_Text())); }
+
+/// The list stands at the preset that holds, also after a choice that was taken back.
+void KX_Config::Show_Presets() {
   const QSignalBlocker quiet(presets_);
   if (presets_->count() != static_cast<int>(Preset_List.size())) {
     presets_->clear();
     for (const Preset& preset : Preset_List) presets_->addItem(Text(preset.name));
   }
   presets_->setCurrentIndex(User_Preset);
+}
+
+void KX_Config::Show_Layout() {
+  Show_Title();
+  Show_Presets();
   dataset_->setText("Dataset " + QString::number(DatasetID));
   table_unit_->setEnabled(config_state.Frame3);
   findChild<QWidget*>("HScroll3")->setEnabled(config_state.HScroll3);

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
 
@@ -15,10 +16,18 @@ class KX_Config : public QWidget {
   Q_OBJECT
 
  public:
-  explicit KX_Config(Control_Index& index, QWidget* parent = nullptr);
+  /// @p main_form comes to the front when the user is done.
+  KX_Config(Control_Index& index, QWidget& main_form);
 
   /// Preset list, dataset, what is enabled, and the title, after Update_All and Update_Tabs.
   void Show_Layout();
+
+  /// The title follows the current file's.
+  void Show_Title();
+
+ signals:
+  /// The user asks for the setting summary.
+  void Summary_Wanted();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -30,9 +39,13 @@ class KX_Config : public QWidget {
   void Make_Preset_List();
   void Make_Rpm_Indicator(Control_Index& index);
   void View_Advanced();
+  void Show_Presets();
+  QMenuBar* Make_Menu();
+  bool Refuses(QEvent& event);
 
   Control_Index& index_;
   QComboBox* presets_;
+  QPlainTextEdit* raw_text_;
   QLabel* dataset_;
   Control_Group* table_unit_;
   Control_Group* indicator_;

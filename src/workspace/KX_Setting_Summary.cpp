@@ -22,10 +22,11 @@ KX_Setting_Summary::KX_Setting_Summary(QWidget* parent) : QMainWindow(parent), t
   text_->setLineWrapMode(QPlainTextEdit::NoWrap);
   text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   text_->setTabStopDistance(text_->fontMetrics().horizontalAdvance(' ') * 8);
-  Follow(text_, txt_SettingSummary, [](QPlainTextEdit* view, const QString& text) { view->setPlainText(text); });
+  Follow(text_, txt_SettingSummary,
+         [](QPlainTextEdit* view, const QString& text) { view->setPlainText(text); });
   auto* box_settings = new QPushButton("Box settings");
   box_settings->setObjectName("cmd_View_Box_Settings");
-  On_Click(box_settings, Update_Readable_Setting_Window);
+  On_Click(box_settings, Summary_View_Box_Settings_Click);
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
   auto* buttons = new QHBoxLayout;
@@ -52,11 +53,11 @@ void KX_Setting_Summary::Make_Menus() {
   entry(file, "SaveAs", "Save &As...", QKeySequence("Ctrl+Shift+S"), Summary_SaveAs_Click);
   entry(file, "Print", "&Print...", QKeySequence::Print, [this] { Print(); });
   QMenu* view = menuBar()->addMenu("&View");
-  entry(view, "View_box_settings", "&Box settings", {}, Update_Readable_Setting_Window);
+  entry(view, "View_box_settings", "&Box settings", {}, Summary_View_Box_Settings_Click);
 }
 
 void KX_Setting_Summary::Open_With_Box_Settings() {
-  Guarded(Update_Readable_Setting_Window);
+  Guarded(Summary_View_Box_Settings_Click);
   show();
   raise();
   activateWindow();

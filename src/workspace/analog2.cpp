@@ -24,36 +24,30 @@ constexpr double most_volts = 5;
 constexpr double most_gain = 255;
 constexpr double most_offset = 2.49;  ///< V either way in the byte of the offset
 
-double Number_In(const Shown_Text& box) {
-  const auto number = Whole_Number_Text(box.Text());
-  if (!number) Fail_Type_Mismatch();
-  return *number;
-}
-
 void Compute_Curve() {
-  const double gain = Number_In(an_gain);
-  const double offset = Number_In(an_offset) * counts_a_volt;
+  const double gain = Required_Number(an_gain.Text());
+  const double offset = Required_Number(an_offset.Text()) * counts_a_volt;
   for (int entry = 1; entry <= An2Points; ++entry) {
     CardByte[map::analog2.first + entry - 1] = To_Byte(Generator_Counts(entry, gain, offset));
   }
 }
 
 void Store_Gain() {
-  if (Number_In(an_gain) > most_gain) an_gain.Set("255");
-  if (Number_In(an_gain) < 0) {
+  if (Required_Number(an_gain.Text()) > most_gain) an_gain.Set("255");
+  if (Required_Number(an_gain.Text()) < 0) {
     Tell("Negative numbers in Gain not alowed in MODE 1");
     an_gain.Set("0");
   }
-  CardByte[map::an_gain] = To_Byte(Number_In(an_gain));
+  CardByte[map::an_gain] = To_Byte(Required_Number(an_gain.Text()));
 }
 
 void Store_Offset() {
-  const double offset = Number_In(an_offset);
+  const double offset = Required_Number(an_offset.Text());
   if (offset > most_offset || offset < -most_offset) {
     Tell("In MODE 1, Offset must be between -2,5 to +2,49 Volt");
     an_offset.Set("0");
   }
-  CardByte[map::an_offset] = To_Byte(Number_In(an_offset) * counts_a_volt + zero_offset);
+  CardByte[map::an_offset] = To_Byte(Required_Number(an_offset.Text()) * counts_a_volt + zero_offset);
 }
 
 }  // namespace
@@ -74,7 +68,7 @@ void Command12_Click() {
     return Tell("Please specify base percentage and offset for preset calculation");
   }
   if (an_offset.Text().empty()) an_offset.Set("0");
-  if (Number_In(an_offset) > most_volts) an_offset.Set("5");
+  if (Required_Number(an_offset.Text()) > most_volts) an_offset.Set("5");
   const int mode = Get_Field(map::an2_mode);
   if (mode == curve) Compute_Curve();
   if (mode == limit || mode == trimmed_limit) {

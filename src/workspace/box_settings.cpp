@@ -80,6 +80,7 @@ void Mod_combo_Chosen(int index) {
   if (Undo_Busy) return;
   const std::string changes = Preset_Changes(index);
   if (Lists_Changes(changes) && !Confirm(changes)) return;
+  preset_status.Set("");
   User_Preset = index;
   Write_Key("User_Preset", std::to_string(index));
   Refresh_Whole_Image();

@@ -61,9 +61,8 @@ void Show_Chart_Point(Table table, int row, double value) {
 }
 
 /// Limits the typed text of the current cell, shows it in grid and chart, and stores its byte.
-void Store_Typed(Table table, Grid& grid, std::string text) {
+void Store_Typed(Table table, const Edit_Form& form, Grid& grid, std::string text) {
   const Table_Row& row = Row_Of(table);
-  const Edit_Form form = Edit_Form_Of(table, false);
   if (const auto limit = Broken_Typing_Limit(form, Val_Any(text))) text = Number_Text(*limit);
   grid.Set_Text(grid.Row(), row.text_column, text);
   const double value = Val_Any(text);
@@ -76,13 +75,20 @@ void Store_Typed(Table table, Grid& grid, std::string text) {
 std::string KeyEdit(int key_code, const std::string& text) {
   if (const int digit = Digit_Of(key_code); digit >= 0) return With_Digit(digit, text);
   switch (key_code) {
-    case key::backspace: return Without_Last(text);
-    case key::delete_key: return "";
+    case key::backspace:
+      return Without_Last(text);
+    case key::delete_key:
+      return "";
     case key::keypad_point:
-    case key::full_stop: return With_Point('.', text);
-    case key::comma: return With_Point(',', text);
-    case key::minus: Fresh_Cell = false; return "-";
-    default: return text;
+    case key::full_stop:
+      return With_Point('.', text);
+    case key::comma:
+      return With_Point(',', text);
+    case key::minus:
+      Fresh_Cell = false;
+      return "-";
+    default:
+      return text;
   }
 }
 
@@ -97,14 +103,14 @@ void Grid_Key_Down(Table table, int key_code, int shift_state) {
   Grid& grid = Grid_Of(table);
   const Table_Row& row = Row_Of(table);
   if (row.captures_typing) Capture_History();
-  (void)Edit_Form_Of(table, false);
+  const Edit_Form form = Edit_Form_Of(table, false);
   if (table == Table::fuel_load && key_code == key::letter_c && shift_state == key::ctrl_state) {
     return Copy_Fuel_Load_Bytes();
   }
   if (key_code != key::enter || !Go_Down(grid)) {
     const std::string& text = grid.Text(grid.Row(), row.text_column);
     const std::string edited = KeyEdit(key_code, text);
-    if (edited != text && grid.Row() >= row.first_row) Store_Typed(table, grid, edited);
+    if (edited != text && grid.Row() >= row.first_row) Store_Typed(table, form, grid, edited);
   }
   Chart_Of(Chart_Beside(table)).current = grid.Row();
   Show_Table(table);

@@ -38,4 +38,14 @@ void Choice_Changed(const Choice_Row& row, int index) {
   if (view_hooks.show_choice) view_hooks.show_choice(row);
 }
 
+std::string Label_Name(std::string_view control) {
+  constexpr std::array<std::string_view, 12> numbered{
+      "ig_mode_combo",      "boost_combo",  "mafsim_combo",        "mafsim_out_combo",
+      "mafsim_limit_combo", "IAT_in_combo", "ig_mode_slave_combo", "ignrpm_tblprec_combo",
+      "boost_enable_combo", "ae_combo",     "ae_combo2",           "HScroll3"};
+  const auto* const found = std::find(numbered.begin(), numbered.end(), control);
+  if (found == numbered.end()) return {};
+  return "Label3(" + std::to_string(found - numbered.begin()) + ")";
+}
+
 }  // namespace kx

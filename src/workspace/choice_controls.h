@@ -2,6 +2,7 @@
 
 #include <array>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "settings/image_map.h"
@@ -41,6 +42,10 @@ struct Choice_Row {
 
 /// All such controls of the program.
 [[nodiscard]] std::span<const Choice_Row> Choice_Rows();
+
+/// Name of the label beside a list or slider: the numbered labels whose captions the report quotes; empty for
+/// the others.
+[[nodiscard]] std::string Label_Name(std::string_view control);
 
 /// The row of a control, an option button of a group included. Throws Failure "Subscript out of range" when
 /// there is none of that name.

@@ -45,8 +45,8 @@ bool Accept_Dataset() {
   const int found = CardByte[map::dataset];
   if (found == DatasetID) return true;
   return Confirm("File has different dataset ID (" + std::to_string(found) +
-                 ") than currently selected in preferences (" + std::to_string(DatasetID) + "), load anyway?" +
-                 Crlf() + "(Dataset ID is not changed.)");
+                 ") than currently selected in preferences (" + std::to_string(DatasetID) +
+                 "), load anyway?" + Crlf() + "(Dataset ID is not changed.)");
 }
 
 void Load(const std::string& full_name) {
@@ -65,8 +65,8 @@ void Load(const std::string& full_name) {
   txt_File_Description.Set(parsed->description);
   CardByte = parsed->image;
   if (!Accept_Dataset()) {
-    Undo();
-    return before.Restore();
+    before.Restore();
+    return Undo();
   }
   Refresh_Whole_Image();
 }

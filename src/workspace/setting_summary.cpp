@@ -106,7 +106,8 @@ std::string Configuration_Lines() {
                               "boost_enable_combo", "ae_combo", "ae_combo2"}) {
     text += Choice_Line(control);
   }
-  text += Maf_Lines() + Line("Fuel RPM Resolution: ", Res500 ? "500 rpm" : "250 rpm");
+  text +=
+      Maf_Lines() + Line("Fuel RPM Resolution: ", Get_Field(map::fuel_rpm_250) == 0 ? "500 rpm" : "250 rpm");
   text += Line("Pulses per cycle on master: ", First_Text("rpm_calc_scroll"));
   text += Line("Pulses per cycle on slave: ", First_Text("rpm_calc_scroll_s"));
   text += Line("Analog syncronisation: ", Synchronised_Inputs());

@@ -66,6 +66,13 @@ void Load_Event() {
   Show_Right_Tabs();
 }
 
+void Open_Help_File() {
+  const std::string manual = start_dir + "manual/index.html";
+  std::string bytes;
+  if (!platform::Read_Whole_File(manual, bytes).Ok()) return Tell("There is no manual at " + manual);
+  platform::seams.desktop->Open_With_Handler(manual);
+}
+
 void Show_About() { Tell(About_Text(), platform::Icon::information, Program_Name); }
 
 void Open_Help_Link() { platform::seams.desktop->Open_With_Handler(Download_Link); }

@@ -19,7 +19,8 @@ std::string summary_file;
 std::string Suggested_Name() {
   std::string time = platform::seams.clock->Time_Text();
   std::replace(time.begin(), time.end(), ':', '-');
-  return card_data_file.substr(0, card_data_file.rfind('.')) + "_" + platform::seams.clock->Date_Text() + "_" + time;
+  return card_data_file.substr(0, card_data_file.rfind('.')) + "_" + platform::seams.clock->Date_Text() +
+         "_" + time;
 }
 
 void Write_To(const std::string& name) {
@@ -29,6 +30,11 @@ void Write_To(const std::string& name) {
 }
 
 }  // namespace
+
+void Summary_View_Box_Settings_Click() {
+  summary_file.clear();
+  Update_Readable_Setting_Window();
+}
 
 void Summary_Open_Click() {
   const auto name = platform::seams.ask->Open_Name(

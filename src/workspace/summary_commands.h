@@ -2,7 +2,11 @@
 
 namespace kx {
 
-/// Shows a report from a rich text file that the user picks. A file that is none is told of and changes nothing.
+/// Builds the report of the present tune and shows it. It belongs to no file yet.
+void Summary_View_Box_Settings_Click();
+
+/// Shows a report from a rich text file that the user picks. A file that is none is told of and changes
+/// nothing.
 void Summary_Open_Click();
 
 /// Asks for a name, suggested from the open tune, date and time, and writes the shown text as rich text.

@@ -31,12 +31,18 @@ Edit_Rule Ignition_Rule(Table table) {
 Edit_Rule Rule_Of(Table table) {
   switch (table) {
     case Table::ignition_load:
-    case Table::ignition_rpm: return Ignition_Rule(table);
-    case Table::fuel_load: return Get_Field(map::fuel_by_pwm) == 1 ? Edit_Rule::fuel_duty : Edit_Rule::fuel_time;
-    case Table::fuel_rpm: return Edit_Rule::fuel_rpm;
-    case Table::pwm_load: return Edit_Rule::pwm;
-    case Table::pwm_rpm: return Boost_Closed_Loop() ? Edit_Rule::boost_target : Edit_Rule::pwm;
-    default: return Edit_Rule::volts;
+    case Table::ignition_rpm:
+      return Ignition_Rule(table);
+    case Table::fuel_load:
+      return Get_Field(map::fuel_by_pwm) == 1 ? Edit_Rule::fuel_duty : Edit_Rule::fuel_time;
+    case Table::fuel_rpm:
+      return Edit_Rule::fuel_rpm;
+    case Table::pwm_load:
+      return Edit_Rule::pwm;
+    case Table::pwm_rpm:
+      return Boost_Closed_Loop() ? Edit_Rule::boost_target : Edit_Rule::pwm;
+    default:
+      return Edit_Rule::volts;
   }
 }
 
@@ -75,12 +81,6 @@ void Slope_Selection(int sign) {
   });
 }
 
-double Number_In(const Shown_Text& box) {
-  const auto number = Whole_Number_Text(box.Text());
-  if (!number) Fail_Type_Mismatch();
-  return *number;
-}
-
 }  // namespace
 
 Edit_Form Edit_Form_Of(Table table, bool fresh_limits) {
@@ -104,7 +104,7 @@ void set_table_Click() {
   Capture_History();
   if (const auto table = Active_Table()) {
     const Edit_Form form = Edit_Form_Of(*table, true);
-    const double typed = Number_In(set_table_text);
+    const double typed = Required_Number(set_table_text.Text());
     const double value = Clipped_To_Set(form, typed);
     if (value < typed || value > typed) set_table_text.Set(Number_Text(value));
     Edit_Selection(*table, form, [value](const Edit_Form& f, const Cell&, int) { return Set_To(f, value); });
@@ -115,7 +115,7 @@ void set_table_Click() {
 void scale_table_Click() {
   try {
     Run_On_Shown_Table([](const Edit_Form& form, const Cell& cell, int) {
-      return Scaled(form, cell, Number_In(scale_table_text));
+      return Scaled(form, cell, Required_Number(scale_table_text.Text()));
     });
   } catch (const Failure&) {
     Tell("not a number");

@@ -4,6 +4,7 @@
 
 #include "sensors/sensor_store.h"
 #include "settings/image.h"
+#include "workspace/cell_editing.h"
 
 namespace kx {
 
@@ -35,14 +36,22 @@ int Entries_Of(Table table) {
   switch (table) {
     case Table::ignition_load:
     case Table::fuel_load:
-    case Table::pwm_load: return map::ignition_load.count;
-    case Table::ignition_rpm: return IgRpmPoints;
-    case Table::fuel_rpm: return FuelRpmPoints;
-    case Table::analog1: return An1Points;
-    case Table::analog2: return Analog2_Is_Curve() ? map::analog2_curve.count : map::analog2.count;
-    case Table::maf_output: return map::maf_output.count;
-    case Table::maf_limit: return map::maf_limit.count;
-    case Table::pwm_rpm: return map::pwm_rpm.count;
+    case Table::pwm_load:
+      return map::ignition_load.count;
+    case Table::ignition_rpm:
+      return IgRpmPoints;
+    case Table::fuel_rpm:
+      return FuelRpmPoints;
+    case Table::analog1:
+      return An1Points;
+    case Table::analog2:
+      return Analog2_Is_Curve() ? map::analog2_curve.count : map::analog2.count;
+    case Table::maf_output:
+      return map::maf_output.count;
+    case Table::maf_limit:
+      return map::maf_limit.count;
+    case Table::pwm_rpm:
+      return map::pwm_rpm.count;
   }
   return 0;
 }
@@ -53,16 +62,26 @@ int Shown_Byte(Table table, int row) { return Edited_Byte(table, std::max(row, R
 
 Chart_Id Chart_Beside(Table table) {
   switch (table) {
-    case Table::ignition_load: return Chart_Id::IgMapChart;
-    case Table::ignition_rpm: return Chart_Id::IgRPMChart;
-    case Table::fuel_load: return Chart_Id::FuelMapChart;
-    case Table::fuel_rpm: return Chart_Id::FuelRpmChart;
-    case Table::pwm_load: return Chart_Id::PwmMapChart;
-    case Table::pwm_rpm: return Chart_Id::PwmRpmChart;
-    case Table::analog1: return Chart_Id::an1_out_chart;
-    case Table::analog2: return Analog2_Is_Curve() ? Chart_Id::an2_out_chart : Chart_Id::an2_out_limchart;
-    case Table::maf_output: return Chart_Id::MAFSim_chart;
-    case Table::maf_limit: return Chart_Id::MAFSim_limit_chart;
+    case Table::ignition_load:
+      return Chart_Id::IgMapChart;
+    case Table::ignition_rpm:
+      return Chart_Id::IgRPMChart;
+    case Table::fuel_load:
+      return Chart_Id::FuelMapChart;
+    case Table::fuel_rpm:
+      return Chart_Id::FuelRpmChart;
+    case Table::pwm_load:
+      return Chart_Id::PwmMapChart;
+    case Table::pwm_rpm:
+      return Chart_Id::PwmRpmChart;
+    case Table::analog1:
+      return Chart_Id::an1_out_chart;
+    case Table::analog2:
+      return Analog2_Is_Curve() ? Chart_Id::an2_out_chart : Chart_Id::an2_out_limchart;
+    case Table::maf_output:
+      return Chart_Id::MAFSim_chart;
+    case Table::maf_limit:
+      return Chart_Id::MAFSim_limit_chart;
   }
   return Chart_Id::IgMapChart;
 }
@@ -89,6 +108,7 @@ void Reset_Table_State() {
   shown_tabs = {};
   grids = {};
   charts = {};
+  Fresh_Cell = false;
 }
 
 }  // namespace kx

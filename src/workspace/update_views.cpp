@@ -7,6 +7,7 @@
 #include "settings/refresh.h"
 #include "workspace/analog2.h"
 #include "workspace/box_settings.h"
+#include "workspace/cell_editing.h"
 #include "workspace/curve_generator.h"
 #include "workspace/table_limits.h"
 #include "workspace/table_values.h"
@@ -23,8 +24,6 @@ namespace {
 constexpr const char* communication_key = "Default_Com_interface";
 constexpr const char* card_communication = "MapCard_Communication";
 constexpr const char* box_communication = "Box_Communication";
-constexpr int card_tab = 0;
-constexpr int box_tab = 1;
 constexpr double an_offset_zero = 128;  ///< raw offset that shifts nothing
 
 constexpr const char* an1_limit_help =
@@ -121,6 +120,15 @@ void Fill_Analog2_Table() {
 }
 
 /// What the tables and texts depend on besides their own bytes.
+/// Layout of one grid; values stay, and rows that are new get theirs.
+void Lay_Out_And_Complete(Table table) {
+  const int rows = Grid_Of(table).Rows();
+  Lay_Out_Table(table);
+  if (Grid_Of(table).Rows() == rows) return;
+  Fill_Table(table);
+  if (table == Table::analog2) Add_Analog2_Guides();
+}
+
 void Take_Conditions() {
   Update_Point_Counts();
   Temp_Sensor_Index = Get_Field(map::air_temperature_input) + 1;
@@ -142,6 +150,7 @@ void Fill_All() {
   Update_Config();
   if (view_hooks.show_values) view_hooks.show_values();
   if (preset_changed_bytes) Lay_Out_All();  // a byte may have changed what the tables mean
+  Fresh_Cell = true;                        // what was being typed has been replaced by the tune's value
   Undo_Busy = false;
 }
 
@@ -170,7 +179,8 @@ void Lay_Out_Help_Texts() {
 /// The table panel has nothing to work on where no table is on show.
 bool Table_Panel_Of_Use() {
   const auto table = Active_Table();
-  return table && (*table != Table::analog2 || view_state.An2out_frame);
+  if (table != Table::analog2) return table.has_value();
+  return view_state.An2out_frame && Analog2_Frames_Shown().an2_out_grid;
 }
 
 void Lay_Out_Frames() {
@@ -202,18 +212,19 @@ void Show_Pwm_Notification() {
 
 void Lay_Out_All() {
   Take_Conditions();
-  for (const Table_Row& row : table_rows) Lay_Out_Table(row.table);
+  for (const Table_Row& row : table_rows) Lay_Out_And_Complete(row.table);
   Lay_Out_Help_Texts();
   Lay_Out_Frames();
   Show_Pwm_Notification();
   Update_Config();
+  Get_Shown_Table_Maxmin();
   Show_Layout();
 }
 
 void Keep_Table_Tools_In_Step() {
   const std::string communication = Read_Key(communication_key).value_or(card_communication);
-  if (communication == card_communication) view_state.communication_tab = card_tab;
-  if (communication == box_communication) view_state.communication_tab = box_tab;
+  if (communication == card_communication) view_state.communication_tab = communication_tab::card;
+  if (communication == box_communication) view_state.communication_tab = communication_tab::box;
   view_state.tblctrl = Table_Panel_Of_Use();
   Show_Pwm_Notification();
   Get_pwm_maxmin();
@@ -244,7 +255,7 @@ void Shown_Tab_Changed() {
 }
 
 void Communication_Tab_Changed(int tab) {
-  Write_Key(communication_key, tab == card_tab ? card_communication : box_communication);
+  Write_Key(communication_key, tab == communication_tab::card ? card_communication : box_communication);
 }
 
 }  // namespace kx

@@ -10,6 +10,12 @@ namespace kx {
 struct Choice_Row;
 struct Scalar_Row;
 
+/// Tabs of SSTab_Communication.
+namespace communication_tab {
+constexpr int card = 0;
+constexpr int box = 1;
+}  // namespace communication_tab
+
 /// What the main form shows besides the values of the tables. Written by Update_Tabs and Show_Right_Tabs from
 /// the image; the form applies it and decides nothing.
 struct View_State {

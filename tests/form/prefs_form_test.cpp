@@ -51,7 +51,7 @@ class Prefs_Form : public Form_Fixture {
     for (int row = 0; row < Ports()->count(); ++row) rows << Ports()->itemText(row);
     return rows;
   }
-  void Press(const char* button) { QTest::mouseClick(Part<QAbstractButton>(button), Qt::LeftButton); }
+  void Press(const char* button) { Part<QAbstractButton>(button)->click(); }
 
   /// Objects names of the options that are down.
   QStringList Chosen() {

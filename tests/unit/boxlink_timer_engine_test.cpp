@@ -101,11 +101,16 @@ TEST_F(Timer_Engine, Write_Sends_Byte_1_And_The_Differing_Runs_And_Reads_Back) {
   EXPECT_EQ(Box().Master, test::As_Sent(CardByte));
 }
 
-TEST_F(Timer_Engine, A_Read_Back_That_Differs_Is_A_Verify_Failure) {
-  for (const int i : {100, 101}) CardByte[i] ^= 1;
-  Set_Faults("on=rd,from=2,corrupt=208");  // a digit of byte 101
-  Write_To_Lone_Master();
-  EXPECT_THAT(Status(), testing::AnyOf("< verify failure >101,", "< Card byte error >"));
+TEST_F(Timer_Engine, A_Read_Back_That_Differs_Is_The_End) {
+  Box() = test::Sample_Box(true);
+  Box().Slave[79] ^= 1;
+  CardByte[101] ^= 1;
+  loop_.on_turn = [this] {
+    if (Write_Verify) Box().Master[101] = 0;
+  };
+  ask_.Expect("ERROR 3");
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< verify failure >101,");
 }
 
 TEST_F(Timer_Engine, Writes_Of_Many_Bytes_Keep_The_Pace_Of_The_Timer) {
@@ -156,11 +161,14 @@ TEST_F(Timer_Engine, A_Slave_That_Cannot_Become_Equal_Is_Given_Up) {
 }
 
 TEST_F(Timer_Engine, A_Slave_That_Goes_Away_Ends_The_Write_With_Its_Master) {
-  Box() = test::Sample_Box(true);
-  Set_Faults("slave_lost=20");
-  ask_.Expect("ERROR 3");
-  Run_To_End(Com_knapp3_Click);
-  EXPECT_EQ(Status(), "< Write finished T... >");
+  for (const auto& [knobs, status] : {std::pair{"slave_lost=14", "< Write finished T... >"},
+                                      std::pair{"slave_lost=20", "< communication error >"}}) {
+    Box() = test::Sample_Box(true);
+    Set_Faults(knobs);
+    ask_.Expect("ERROR 3");
+    Run_To_End(Com_knapp3_Click);
+    EXPECT_EQ(Status(), status);
+  }
   Run_To_End(Com_knapp5_Click);
   EXPECT_EQ(Status(), "< KX read T >");
 }
@@ -187,13 +195,18 @@ TEST_F(Timer_Engine, Nothing_Starts_On_A_Port_That_Does_Not_Open) {
 }
 
 TEST_F(Timer_Engine, Prompts_May_Come_In_Pieces_And_Twice) {
-  std::string arrived;
-  port_.deliver = [&] {  // one character a tick while a prompt is awaited
-    arrived += line_.Deliver(clock_.Elapsed());
-    const bool prompt = Write_Mode && !Rx_Reading;
-    const std::string taken = arrived.substr(0, prompt ? 1 : arrived.size());
-    arrived.erase(0, taken.size());
-    return taken;
+  std::deque<std::pair<double, char>> on_its_way;
+  port_.deliver = [&] {  // prompts and echoes a character a tick
+    const double now = clock_.Elapsed();
+    const std::string text = line_.Deliver(now);
+    for (const char c : text) {
+      const double before = on_its_way.empty() ? now : std::max(now, on_its_way.back().first);
+      on_its_way.emplace_back(text.size() < 10 ? before + 0.01 : before, c);
+    }
+    std::string arrived;
+    for (; !on_its_way.empty() && on_its_way.front().first <= now; on_its_way.pop_front())
+      arrived += on_its_way.front().second;
+    return arrived;
   };
   for (const char* knobs : {"", "on=bw+$,twice", "on=bw+$,delay=0.012"}) {
     for (const int i : {20, 22, 23}) CardByte[i] ^= 0x3C;
@@ -242,6 +255,7 @@ TEST_P(Timer_Engine_Blocks, Leave_The_Tune) {
     EXPECT_LT(clock_.Elapsed() - start, row.seconds);
   }
   Set_Faults("");
+  loop_.Run(0.2);  // a late answer holds up the ones behind it
   Run_To_End(Com_knapp5_Click);
   EXPECT_EQ(CardByte, test::Sample_Tune());
 }
@@ -298,7 +312,7 @@ TEST_P(Timer_Engine_Interrupted, A_Lost_Device_Ends_It_With_One_Box) {
 TEST_P(Timer_Engine_Interrupted, Closing_The_Port_Ends_It) {
   Expect_Boxes_Before();
   Write_Until([] { Com_knapp2_Click(); });
-  EXPECT_EQ(Status(), "< COM9 closed >");
+  EXPECT_THAT(Status(), testing::AnyOf("< COM9 closed >", "< No responce >"));  // the latter after a query
   EXPECT_THAT(changes_, ElementsAre(true, false));
 }
 

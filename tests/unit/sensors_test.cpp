@@ -190,11 +190,11 @@ TEST_F(Sensors, Stored_Numbers_Count_Only_Within_Their_Lists) {
   Default_Preset = 1;
   for (const Sample& s : {Sample{"9", "2", "2", 9, 2, 2},
                           {" 12 ; USB", "0", " 1", 12, 0, 1},
-                          {"0", "3", "3", 1, 1, 0},
-                          {"-2", "-1", "-1", 1, 1, 0},
-                          {"abc", "abc", "abc", 1, 1, 0},
-                          {"1e9", "1e9", "1e9", 1, 1, 0},
-                          {"", "", "", 1, 1, 0},
+                          {"0", "3", "3", 1, 0, 0},
+                          {"-2", "-1", "-1", 1, 0, 0},
+                          {"abc", "abc", "abc", 1, 0, 0},
+                          {"1e9", "1e9", "1e9", 1, 0, 0},
+                          {"", "", "", 1, 0, 0},
                           {"32767", "1,4", "1.6", 32767, 1, 2}}) {
     Write_Ini(std::string("comport1=") + s.port + "\r\nUser_Preset=" + s.preset + "\r\nan_sel2=" + s.input +
               "\r\nSens_Def=a\tLinear\t1\t0\t0\t255\tV\t0\tV\r\nSens_Def=b\tLinear\t1\t0\t0\t255\tV\t0\tV\r\n"

@@ -59,6 +59,19 @@ std::string Real_Path(const std::string& path) {
   return none ? path : real.string();
 }
 
+/// Bytes; far above anything that this program writes, far below what a machine has.
+constexpr off_t largest_file = off_t{1} << 28;
+
+/// A name beside @p path that belongs to nobody.
+std::string Free_Name_Beside(const std::string& path) {
+  std::string name = path + ".new";
+  std::error_code none;
+  for (int i = 1; std::filesystem::exists(std::filesystem::symlink_status(name, none)); ++i) {
+    name = path + "." + std::to_string(i) + ".new";
+  }
+  return name;
+}
+
 File_Result Refusal_Of_Kind(const std::string& path, const struct stat& file) {
   if (S_ISDIR(file.st_mode)) return {path + ": " + std::strerror(EISDIR)};
   if (!S_ISREG(file.st_mode)) return {path + ": not an ordinary file"};
@@ -96,6 +109,7 @@ File_Result Read_Whole_File(const std::string& path, std::string& bytes) {
   struct stat file {};
   if (::stat(path.c_str(), &file) != 0) return Failed(path);
   if (const auto refusal = Refusal_Of_Kind(path, file); !refusal.Ok()) return refusal;
+  if (file.st_size > largest_file) return {path + ": " + std::strerror(EFBIG)};
   const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) return Failed(path);
   const bool complete = Read_All(descriptor, static_cast<std::size_t>(file.st_size), bytes);
@@ -119,7 +133,7 @@ File_Result Replace_File(const std::string& path, const std::string& beside, con
 }
 
 File_Result Replace_File(const std::string& path, const std::string& bytes) {
-  return Replace_File(path, Real_Path(path) + ".new", bytes);
+  return Replace_File(path, Free_Name_Beside(Real_Path(path)), bytes);
 }
 
 File_Result Check_Replaceable(const std::string& path, const std::string& beside) {
@@ -135,7 +149,7 @@ File_Result Check_Replaceable(const std::string& path, const std::string& beside
 std::string Working_Directory() {
   std::error_code error;
   std::string directory = std::filesystem::current_path(error).generic_string();
-  if (directory.empty() || directory.back() != '/') directory += '/';
+  if (!error && directory.back() != '/') directory += '/';
   return directory;
 }
 

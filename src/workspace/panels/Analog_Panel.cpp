@@ -41,13 +41,13 @@ void Analog_Panel::Make_Analog2(Control_Index& index) {
   mode->Choice("an2_combo");
   limit_help_ = Named_Text("Label_AN2_limitexplain");
   limit_frame_ = Plain_Frame("an2_limit_frame", limit_help_);
-  function_frame_ = Plain_Frame("an2_func_set", Named_Text("Label_AN2_function",
-                                                           "The table sets the voltage on Analog 2 out for each "
-                                                           "voltage on Analog 2 in."));
+  function_frame_ =
+      Plain_Frame("an2_func_set", Named_Text("Label_AN2_function",
+                                             "The table sets the voltage on Analog 2 out for each "
+                                             "voltage on Analog 2 in."));
   activation_frame_ = new Control_Group("an2_activation_frame", "Boost sensor activated output", index);
   activation_frame_->Scalar("Boost_activ_level_AN2_scroll");
   activation_frame_->Scalar("AN2_level_scroll");
-  generator_ = Make_Generator();
   an2_page_ = Add_Page("Analog2 out", Table::analog2, {Chart_Id::an2_out_limchart, Chart_Id::an2_out_chart},
                        [this, mode](Table_Page* page) {
                          auto* inside = new QWidget;
@@ -66,7 +66,7 @@ void Analog_Panel::Make_Analog2(Control_Index& index) {
                        });
   an2_page_->Add_Above(limit_frame_);
   an2_page_->Add_Above(function_frame_);
-  an2_page_->Add_Below(generator_);
+  an2_page_->Add_Below(Make_Generator());
 }
 
 QWidget* Analog_Panel::Make_Generator() {

@@ -25,7 +25,6 @@ class Analog_Panel : public Tables_Panel {
   QFrame* limit_frame_;
   QFrame* function_frame_;
   Control_Group* activation_frame_;
-  QWidget* generator_;
 };
 
 }  // namespace kx

@@ -6,9 +6,11 @@
 #include <array>
 
 #include "boxlink/box_info.h"
+#include "boxlink/line_log.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
 #include "boxlink/sync_engine.h"
+#include "boxlink/timer_engine.h"
 #include "settings/brand.h"
 #include "settings/refresh.h"
 #include "workspace/panels/Form_Helpers.h"
@@ -18,9 +20,7 @@
 namespace kx {
 namespace {
 
-constexpr int card_tab = 0;
-constexpr int box_tab = 1;
-constexpr int buttons_a_row = 3;
+constexpr int places_a_row = 6;
 
 /// A button of the box side. The placeholder shows in the status line while the button is pressed.
 struct Link_Button {
@@ -29,18 +29,28 @@ struct Link_Button {
   const char* tip;
   const char* placeholder;
   void (*handler)();
+  int places = 2;  ///< of the six in a row of buttons
 };
 
 constexpr std::array link_buttons{
     Link_Button{"Read_Settings", "Read", "Read the tune out of the box", "< ..... >", Read_Settings_Click},
     Link_Button{"Write_Settings", "Write", "Write the bytes that differ to the box, then verify", "< ..... >",
                 Write_Settings_Click},
-    Link_Button{"Verify_Settings", "Verify", "Compare the tune with the box", "< ..... >", Verify_Settings_Click},
+    Link_Button{"Verify_Settings", "Verify", "Compare the tune with the box", "< ..... >",
+                Verify_Settings_Click},
     Link_Button{"Connect_Info", "Info", "Ask the box who it is", "<------>", Connect_Info_Click},
     Link_Button{"Command3", "Com test", "Try to open each of the ports 1 to 40", "", Command3_Click},
+    Link_Button{"Export_Line_Log", "Line log...", "Save every byte sent and received to a text file", "",
+                Export_Line_Log_Click},
+    Link_Button{"Com_knapp5", "Read settings old", "Read by the second, timer-driven way", "<------>",
+                Com_knapp5_Click, 3},
+    Link_Button{"Com_knapp3", "Write settings old", "Write by the second, timer-driven way; repairs a slave",
+                "<------>", Com_knapp3_Click, 3},
+    Link_Button{"Com_knapp4", "Verify old", "Compare by the second, timer-driven way", "<------>",
+                Com_knapp4_Click},
+    Link_Button{"Open_Box_Port", "Open port", "Open the box's port and leave it open", "", Open_Box_Port},
+    Link_Button{"Com_knapp2", "Close port", "Close the box's port", "", Com_knapp2_Click},
 };
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 /// A read-only text view of a core text that keeps its end in sight.
 QPlainTextEdit* Text_View(const QString& name, Shown_Text& text) {
@@ -71,7 +81,7 @@ QLineEdit* Status_Line() {
 Communication_Panel::Communication_Panel(QWidget* parent) : QTabWidget(parent) {
   setObjectName("SSTab_Communication");
   addTab(new QWidget, Text(Card_Tab_Caption));
-  setTabVisible(card_tab, false);
+  setTabVisible(communication_tab::card, false);
   addTab(Make_Box_Tab(), Text(Box_Tab_Caption));
   connect(this, &QTabWidget::currentChanged, this, [](int tab) {
     if (!Undo_Busy) Guarded([tab] { Communication_Tab_Changed(tab); });
@@ -84,17 +94,19 @@ QWidget* Communication_Panel::Make_Buttons() {
   layout->setContentsMargins(0, 0, 0, 0);
   int place = 0;
   for (const Link_Button& row : link_buttons) {
+    const int width = row.places;
     auto* button = new QPushButton(row.caption);
     button->setObjectName(row.name);
     button->setToolTip(row.tip);
+    button->setFocusPolicy(Qt::TabFocus);  // a click leaves the focus in the grid
     const std::string placeholder = row.placeholder;
     if (!placeholder.empty()) {
       connect(button, &QPushButton::pressed, this, [placeholder] { rs232_text.Set(placeholder); });
     }
     On_Click(button, row.handler);
     transfer_buttons_.push_back(button);
-    layout->addWidget(button, place / buttons_a_row, place % buttons_a_row);
-    ++place;
+    layout->addWidget(button, place / places_a_row, place % places_a_row, 1, width);
+    place += width;
   }
   on_transfer_change = [alive = QPointer(this)] {
     if (alive) alive->Enable_Transfers(!Transfer_Running());

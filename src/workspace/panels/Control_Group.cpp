@@ -12,12 +12,10 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
-#include "settings/message.h"
+#include "workspace/panels/Form_Helpers.h"
 
 namespace kx {
 namespace {
-
-QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 /// A wheel over a control that has not the focus scrolls the page: it must not change the tune in passing.
 class Wheel_Guard : public QObject {
@@ -60,9 +58,8 @@ QSlider* Make_Slider(const Scalar_Row& row) {
   slider->setToolTip(Text(row.tip));
   slider->setMinimumWidth(slider->fontMetrics().averageCharWidth() * 14);
   Guard_Wheel(slider);
-  QObject::connect(slider, &QSlider::valueChanged, slider, [&row](int position) {
-    Guarded([&] { Scalar_Changed(row, position); });
-  });
+  QObject::connect(slider, &QSlider::valueChanged, slider,
+                   [&row](int position) { Guarded([&] { Scalar_Changed(row, position); }); });
   return slider;
 }
 
@@ -120,6 +117,7 @@ void Control_Group::Scalar(std::string_view name, std::size_t texts) {
   const Scalar_Row& row = Scalar_Row_Of(name);
   const int line = layout_->rowCount();
   auto* label = new QLabel(Text(row.label));
+  label->setObjectName(Text(Label_Name(row.name)));
   auto* slider = Make_Slider(row);
   label->setBuddy(slider);
   label->setToolTip(Text(row.tip));
@@ -139,9 +137,8 @@ QWidget* Control_Group::Make_List(const Choice_Row& row) {
   for (const std::string_view item : row.items) list->addItem(Text(item));
   list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   Guard_Wheel(list);
-  connect(list, &QComboBox::activated, list, [&row](int entry) {
-    Guarded([&] { Choice_Changed(row, entry); });
-  });
+  connect(list, &QComboBox::activated, list,
+          [&row](int entry) { Guarded([&] { Choice_Changed(row, entry); }); });
   index_.Add(row, [list, &row] { list->setCurrentIndex(Choice_Index(row)); });
   return list;
 }
@@ -150,9 +147,8 @@ QWidget* Control_Group::Make_Check(const Choice_Row& row) {
   auto* check = new QCheckBox(Text(row.label));
   check->setObjectName(Text(row.Name()));
   check->setToolTip(Text(row.tip));
-  connect(check, &QCheckBox::clicked, check, [&row](bool ticked) {
-    Guarded([&] { Choice_Changed(row, ticked ? 1 : 0); });
-  });
+  connect(check, &QCheckBox::clicked, check,
+          [&row](bool ticked) { Guarded([&] { Choice_Changed(row, ticked ? 1 : 0); }); });
   index_.Add(row, [check, &row] { check->setChecked(Choice_Index(row) == 1); });
   return check;
 }
@@ -169,9 +165,8 @@ QWidget* Control_Group::Make_Options(const Choice_Row& row) {
     group->addButton(option, i);
     lines->addWidget(option);
   }
-  connect(group, &QButtonGroup::idClicked, options, [&row](int id) {
-    Guarded([&] { Choice_Changed(row, id); });
-  });
+  connect(group, &QButtonGroup::idClicked, options,
+          [&row](int id) { Guarded([&] { Choice_Changed(row, id); }); });
   index_.Add(row, [group, &row] {
     if (QAbstractButton* shown = group->button(Choice_Index(row))) shown->setChecked(true);
   });
@@ -183,7 +178,9 @@ void Control_Group::Choice(std::string_view name) {
   if (row.kind == Choice_Kind::check) return Wide(Make_Check(row));
   if (row.kind == Choice_Kind::options) return Wide(Make_Options(row));
   const int line = layout_->rowCount();
-  layout_->addWidget(new QLabel(Text(row.label)), line, 0);
+  auto* label = new QLabel(Text(row.label));
+  label->setObjectName(Text(Label_Name(row.Name())));
+  layout_->addWidget(label, line, 0);
   layout_->addWidget(Make_List(row), line, slider_column, 1, columns - slider_column);
 }
 

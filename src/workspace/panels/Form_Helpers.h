@@ -4,12 +4,18 @@
 #include <QAction>
 #include <QLineEdit>
 #include <QPointer>
-#include <functional>
+#include <QString>
+#include <string_view>
 
 #include "settings/message.h"
 #include "settings/shown_text.h"
 
 namespace kx {
+
+/// A core text for a control.
+[[nodiscard]] inline QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 /// Runs @p handler under the last guard when @p button is clicked by the user.
 template <typename Handler>
@@ -35,9 +41,8 @@ void Follow(Widget* widget, Shown_Text& text, Show show) {
 /// Keeps a one-line box and the core's text of it the same, both ways.
 inline void Bind_Text(QLineEdit* box, Shown_Text& text) {
   Follow(box, text, [](QLineEdit* line, const QString& shown) { line->setText(shown); });
-  QObject::connect(box, &QLineEdit::textEdited, box, [&text](const QString& typed) {
-    text.Typed(typed.toStdString());
-  });
+  QObject::connect(box, &QLineEdit::textEdited, box,
+                   [&text](const QString& typed) { text.Typed(typed.toStdString()); });
 }
 
 }  // namespace kx

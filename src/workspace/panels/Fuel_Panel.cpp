@@ -1,4 +1,5 @@
 #include "workspace/panels/Fuel_Panel.h"
+#include "workspace/panels/Form_Helpers.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -10,8 +11,6 @@ namespace kx {
 namespace {
 
 constexpr int air_temperature_tab = 3;
-
-QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 /// A group without a border of its own, for a part of another frame.
 Control_Group* Bare_Group(const QString& name, Control_Index& index) {
@@ -45,7 +44,8 @@ QWidget* Fuel_Panel::Make_Options(Control_Index& index) {
   acceleration_->Scalar("afe_gain_scroll", 2);
   acceleration_->Scalar("afe_sus_scroll");
   auto* limits = new Control_Group("Fuel_Cut_Frame", "Fuel cut and forced injection", index);
-  for (const char* name : {"rpm_limit_scroll", "rpm_openinj_scroll", "volt_openinj_scroll", "pulse_openinj_scroll"}) {
+  for (const char* name :
+       {"rpm_limit_scroll", "rpm_openinj_scroll", "volt_openinj_scroll", "pulse_openinj_scroll"}) {
     limits->Scalar(name);
   }
   auto* page = new QWidget;
@@ -73,9 +73,11 @@ QWidget* Fuel_Panel::Make_Trim(Control_Index& index) {
   first_trim_ = first;
   master_trim_ = Bare_Group("Master_Trim_Frame", index);
   master_trim_->Wide(first_trim_);
-  for (const char* name : {"scroll(37)", "scroll(38)", "scroll(39)", "scroll(24)"}) master_trim_->Scalar(name);
+  for (const char* name : {"scroll(37)", "scroll(38)", "scroll(39)", "scroll(24)"})
+    master_trim_->Scalar(name);
   auto* slave = Bare_Group("Slave_Trim_Frame", index);
-  for (const char* name : {"scroll(25)", "scroll(26)", "scroll(27)", "scroll(28)", "scroll(29)"}) slave->Scalar(name);
+  for (const char* name : {"scroll(25)", "scroll(26)", "scroll(27)", "scroll(28)", "scroll(29)"})
+    slave->Scalar(name);
   trim_frame_ = new QWidget;
   trim_frame_->setObjectName("Fuel_trim");
   auto* sides = new QHBoxLayout(trim_frame_);
@@ -113,7 +115,9 @@ void Fuel_Panel::Show_Layout() {
   trim_frame_->setEnabled(config_state.Fuel_trim);
   trim_heading_->setText(Text(config_state.Label25));
   Control_Group* place = config_state.Fuel_trim ? master_trim_ : common_trim_;
-  if (first_trim_->parentWidget() != place) qobject_cast<QGridLayout*>(place->layout())->addWidget(first_trim_, 0, 0, 1, 5);
+  if (first_trim_->parentWidget() != place)
+    qobject_cast<QGridLayout*>(place->layout())->addWidget(first_trim_, 0, 0, 1, 5);
+  first_trim_->findChild<QLabel*>()->setText(config_state.Fuel_trim ? "Inj A" : "All injectors");
   setTabEnabled(air_temperature_tab, config_state.IAT_Fuel_tab);
 }
 

@@ -19,8 +19,6 @@ QLabel* Value_Label(const QString& name) {
   return label;
 }
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
-
 }  // namespace
 
 General_Panel::General_Panel(QWidget* parent)

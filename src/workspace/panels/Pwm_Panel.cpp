@@ -1,9 +1,10 @@
 #include "workspace/panels/Pwm_Panel.h"
 
+#include <QCheckBox>
 #include <QVBoxLayout>
-#include <array>
 
 #include "workspace/box_settings.h"
+#include "workspace/panels/Form_Helpers.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
@@ -26,19 +27,16 @@ Pwm_Panel::Pwm_Panel(Control_Index& index, QWidget* parent) : Tables_Panel("SSTa
 QWidget* Pwm_Panel::Make_Boost_Control(Control_Index& index) {
   auto* mode = new Control_Group("Boost_Mode_Frame", "Closed loop", index);
   mode->Choice("BoostControlPICheck");
+  closed_loop_ = mode->findChild<QCheckBox*>("BoostControlPICheck");
   not_available_ = Named_Text("Label_BoostControl_Notification",
                               "Closed loop boost control is not available with the selected model preset.");
   mode->Wide(not_available_);
   on_off_ = new Control_Group("PWM_On_Off_Frame", "Open loop", index);
   on_off_->Choice("pwm1_check");
   pid_ = new Control_Group("PWM_PID_Frame", "PID regulator", index);
-  const std::array helps{"Init boost and PWM value", "Compensates for error in boost level",
-                         "Compensates for long time error in boost level",
-                         "Compensates for sudden changes in boost level"};
-  const std::array names{"scroll(40)", "scroll(41)", "scroll(42)", "scroll(43)"};
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    pid_->Scalar(names[i]);
-    pid_->Help(helps[i]);
+  for (const char* name : {"scroll(40)", "scroll(41)", "scroll(42)", "scroll(43)"}) {
+    pid_->Scalar(name);
+    pid_->Help(Text(Scalar_Row_Of(name).tip));
   }
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
@@ -52,6 +50,7 @@ QWidget* Pwm_Panel::Make_Boost_Control(Control_Index& index) {
 void Pwm_Panel::Show_Layout() {
   load_base_->setEnabled(config_state.PWM_Load_Frame);
   pid_->setEnabled(config_state.PWM_PID_Frame);
+  closed_loop_->setEnabled(config_state.PWM_PID_Frame);
   not_available_->setEnabled(config_state.Label_BoostControl_Notification());
   not_available_->setVisible(config_state.Label_BoostControl_Notification());
   on_off_->setVisible(config_state.pwm1_check);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCheckBox>
 #include <QGroupBox>
 
 #include "workspace/panels/Control_Group.h"
@@ -23,6 +24,7 @@ class Pwm_Panel : public Tables_Panel {
   QLabel* notification_text_;
   Control_Group* on_off_;
   Control_Group* pid_;
+  QCheckBox* closed_loop_;
   QLabel* not_available_;
 };
 

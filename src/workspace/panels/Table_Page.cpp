@@ -2,14 +2,12 @@
 
 #include <QHBoxLayout>
 
-#include "settings/message.h"
 #include "workspace/cell_editing.h"
+#include "workspace/panels/Form_Helpers.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
 namespace {
-
-QString Name_Of(std::string_view name) { return QString::fromUtf8(name.data(), static_cast<int>(name.size())); }
 
 constexpr int grid_share = 2;
 constexpr int chart_share = 5;
@@ -21,11 +19,11 @@ Table_Page::Table_Page(Table table, std::initializer_list<Chart_Id> charts, QWid
       table_(table),
       above_(new QVBoxLayout),
       below_(new QVBoxLayout),
-      grid_(new Table_Grid(Grid_Of(table), Name_Of(Row_Of(table).grid), this)) {
+      grid_(new Table_Grid(Grid_Of(table), Text(Row_Of(table).grid), this)) {
   auto* right = new QVBoxLayout;
   right->addLayout(above_);
   for (const Chart_Id id : charts) {
-    auto* chart = new Line_Chart(Name_Of(chart_names[static_cast<std::size_t>(id)]), this);
+    auto* chart = new Line_Chart(Text(chart_names[static_cast<std::size_t>(id)]), this);
     charts_[id] = chart;
     right->addWidget(chart, 1);
     connect(chart, &Line_Chart::Entries_Picked, this, [this](int row, int row_sel) {

@@ -1,0 +1,121 @@
+#include "link/fault_cases.h"
+
+#include <random>
+#include <string_view>
+
+#include "boxlink/sync_engine.h"
+#include "boxlink/timer_engine.h"
+
+namespace kx::test {
+namespace {
+
+/// A command that a transfer sends, how often the box answers it, and how many characters an answer has.
+struct Stage {
+  const char* command;
+  int answers;
+  int length;
+};
+
+std::vector<Stage> Sync_Stages(Aim aim, bool slave) {
+  if (aim == Aim::read) return {{"v", 1, 108}, {"rd", 1, 520}};
+  std::vector<Stage> stages{{"v", 2, 108}, {"rd", 1, 520}};
+  if (slave) stages.push_back({"rs", 1, 520});
+  if (aim == Aim::verify) return stages;
+  for (Stage& stage : stages) stage.answers *= 2;
+  stages.insert(stages.end(), {{"bw", 2, 3}, {"digit", 6, 1}, {"$", 2, 3}, {"ue", 3, 3}});
+  return stages;
+}
+
+std::vector<Stage> Timer_Stages(Aim aim, bool slave) {
+  if (aim == Aim::read) return {{"v", 1, 108}, {"rd", 1, 520}};
+  if (aim == Aim::verify) return {{"v", 1, 108}, {"rd", 1, 520}, {"ue", 1, 3}};
+  if (!slave)
+    return {{"v", 3, 108}, {"rd", 2, 520}, {"bw", 3, 3}, {"digit", 6, 1}, {"$", 3, 3}, {"ue", 2, 3}};
+  return {{"v", 4, 108}, {"rd", 2, 520}, {"rs", 3, 520},  {"bw", 2, 3},
+          {"bs", 2, 3},  {"$", 4, 3},    {"digit", 8, 1}, {"ue", 4, 3}};
+}
+
+/// Characters that a transfer sends when all goes well, about.
+int Sent(const Transfer& transfer) {
+  if (transfer.aim == Aim::read) return 3;
+  if (transfer.aim == Aim::verify) return 6;
+  return transfer.slave ? 60 : 40;
+}
+
+class Case_Maker {
+ public:
+  Case_Maker(const Transfer& transfer, std::uint32_t seed) : transfer_(transfer), random_(seed) {}
+
+  std::vector<Fault_Case> Make() {
+    const auto stages = (transfer_.timer_driven ? Timer_Stages : Sync_Stages)(transfer_.aim, transfer_.slave);
+    for (const Stage& stage : stages)
+      for (int answer = 1; answer <= stage.answers; ++answer) At_Answer(stage, answer);
+    for (int part = 0; part < 8; ++part) At_Sent_Character(part, 8);
+    for (const char* text : {"xyz", "$", "!\r\n", "mode\r\n"}) Add("", text);
+    Add("", std::string(600, '7'));
+    return std::move(cases_);
+  }
+
+ private:
+  int Pick(int least, int most) { return std::uniform_int_distribution(least, most)(random_); }
+  std::string Number(int least, int most) { return std::to_string(Pick(least, most)); }
+
+  void Add(const std::string& knobs, const std::string& waiting = "") {
+    const bool differs = transfer_.aim != Aim::verify || Pick(0, 1) == 1;
+    cases_.push_back({knobs, waiting, differs, Pick(0, 1) == 1});
+  }
+
+  void At_Answer(const Stage& stage, int answer) {
+    const std::string from = std::string("on=") + stage.command + ",from=" + std::to_string(answer) + ",";
+    const std::string once = from + "times=1,";
+    const std::string any_byte = Number(1, stage.length);
+    Add(once + "hang_up=" + Number(0, stage.length));
+    Add(once + "refuse");
+    Add(once + "drop=" + any_byte);
+    Add(once + "duplicate=" + any_byte);
+    Add(once + "corrupt=" + any_byte + ",seed=" + Number(0, 1 << 20));
+    Add(once + "delay=0.0" + Number(10, 99));
+    Add(once + "delay=" + Number(1, 3) + "." + Number(0, 9));
+    Add(once + "twice");
+    Add(once + "single");
+    Add(once + "burst");
+    Add(once + "stale=" + (Pick(0, 1) == 1 ? "\r\n" : "noise#"));
+    Add(from + "delay=0.0" + Number(10, 30) + ",single");
+    if (stage.command == std::string_view("v")) Add(from + "dataset=" + Number(0, 107));
+  }
+
+  /// Faults that strike when so much has been sent, in the @p part of @p parts.
+  void At_Sent_Character(int part, int parts) {
+    const int sent = Sent(transfer_);
+    const std::string at = Number(sent * part / parts, sent * (part + 1) / parts);
+    Add("stall=" + at);
+    Add("hang_up_received=" + at);
+    if (transfer_.slave) Add("slave_lost=" + at);
+  }
+
+  const Transfer& transfer_;
+  std::mt19937 random_;
+  std::vector<Fault_Case> cases_;
+};
+
+}  // namespace
+
+std::vector<Transfer> All_Transfers() {
+  std::vector<Transfer> transfers;
+  for (const bool slave : {false, true}) {
+    const std::string end = slave ? "_With_Slave" : "";
+    transfers.insert(transfers.end(), {{"Read" + end, Read_Settings_Click, Aim::read, false, slave},
+                                       {"Verify" + end, Verify_Settings_Click, Aim::verify, false, slave},
+                                       {"Write" + end, Write_Settings_Click, Aim::write, false, slave},
+                                       {"Read_Old" + end, Com_knapp5_Click, Aim::read, true, slave},
+                                       {"Verify_Old" + end, Com_knapp4_Click, Aim::verify, true, slave},
+                                       {"Write_Old" + end, Com_knapp3_Click, Aim::write, true, slave}});
+  }
+  return transfers;
+}
+
+std::vector<Fault_Case> Fault_Cases(const Transfer& transfer, std::uint32_t seed) {
+  return Case_Maker(transfer, seed).Make();
+}
+
+}  // namespace kx::test

@@ -1,0 +1,112 @@
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+#include <set>
+
+#include "boxlink/protocol.h"
+#include "boxlink/sync_engine.h"
+#include "boxlink/timer_engine.h"
+#include "link/pty_fixture.h"
+#include "settings/message.h"
+
+namespace kx {
+namespace {
+
+/// The timer-driven engine on real timers and the real port object. Other programs may get in the way of what
+/// has to be in time, so that everything that must work may be tried again.
+class Timer_Link : public test::Pty_Fixture {
+ protected:
+  static constexpr int attempts = 30;
+
+  void TearDown() override {
+    EXPECT_FALSE(Transfer_Running());
+    EXPECT_FALSE(MSComm1.PortOpen());
+  }
+  static void Run_To_End(void (*click)()) {
+    Guarded(click);
+    for (const Wait_Limit limit(30); Transfer_Running() && !limit.Passed();) Do_Events();
+  }
+  static void Expect(void (*click)(), const std::string& status) {
+    for (int attempt = 0; attempt < attempts && (attempt == 0 || Status() != status); ++attempt)
+      Run_To_End(click);
+    EXPECT_EQ(Status(), status);
+  }
+  [[nodiscard]] static std::string Status() { return test::Without_Times(rs232_text.Text()); }
+};
+
+/// Takes every box at once.
+class Ready_User : public platform::Ask {
+ public:
+  platform::Answer Show(const platform::Message& message) override {
+    texts.insert(message.text);
+    return platform::Answer::ok;
+  }
+  std::optional<std::string> Open_Name(const platform::File_Question&) override { return std::nullopt; }
+  std::optional<std::string> Save_Name(const platform::File_Question&) override { return std::nullopt; }
+
+  std::set<std::string> texts;
+};
+
+TEST_F(Timer_Link, Reads_Writes_Repairs_The_Slave_And_Verifies) {
+  Ready_User user;
+  platform::seams.ask = &user;
+  sim::Box_Contents contents = test::Sample_Box(true);
+  contents.Slave[99] ^= 1;
+  Plug_In_Box(contents);
+  CardByte = {};
+  Expect(Com_knapp5_Click, "< KX read T >");
+  EXPECT_EQ(CardByte, test::Sample_Tune());
+  for (const int i : {46, 47, 133}) CardByte[i] ^= 0x5A;
+  Expect(Com_knapp3_Click, "< Write finished, slave OK,  T... >");
+  EXPECT_EQ(user.texts.count("ERROR 3"), 1U);
+  EXPECT_EQ(Plugged_In_Box().Master, test::As_Sent(CardByte));
+  EXPECT_EQ(Plugged_In_Box().Slave, sim::As_Slave(test::As_Sent(CardByte)));
+  Expect(Com_knapp4_Click, "< KX data verify OK >");
+}
+
+TEST_F(Timer_Link, A_Line_That_Hangs_Up_Shows_One_Box_And_Comes_Back) {
+  for (const char* knobs : {"hang_up_received=1", "on=rd,hang_up=200"}) {
+    Plug_In_Box(test::Sample_Box(), sim::Parse_Faults(knobs).Knobs);
+    ask_.Expect("Lost connection with USB port");
+    Run_To_End(Com_knapp5_Click);
+    EXPECT_EQ(Status(), "< communication error >") << knobs;
+  }
+  Plug_In_Box(test::Sample_Box());
+  Expect(Com_knapp5_Click, "< KX read T >");
+}
+
+/// A click elsewhere: a timer whose ticks show how late the event loop comes to anything.
+class Elsewhere {
+ public:
+  Elsewhere() {
+    timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer_, &QTimer::timeout, [this] {
+      const auto now = std::chrono::steady_clock::now();
+      longest_ = std::max(longest_, std::chrono::duration<double>(now - last_).count());
+      last_ = now;
+    });
+    timer_.start(1);
+  }
+  [[nodiscard]] double Longest_Gap() const { return longest_; }
+
+ private:
+  QTimer timer_;
+  std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
+  double longest_ = 0;  // seconds
+};
+
+TEST_F(Timer_Link, The_Window_Stays_Alive_During_Either_Engine) {
+  Plug_In_Box(test::Sample_Box());
+  for (const auto click : {Com_knapp5_Click, Com_knapp4_Click, Read_Settings_Click, Verify_Settings_Click}) {
+    double gap = 1;
+    for (int attempt = 0; attempt < attempts && gap > 0.02; ++attempt) {
+      const Elsewhere elsewhere;
+      Run_To_End(click);
+      gap = elsewhere.Longest_Gap();
+    }
+    EXPECT_LE(gap, 0.02);
+  }
+}
+
+}  // namespace
+}  // namespace kx
