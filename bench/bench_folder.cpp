@@ -34,7 +34,8 @@ void Enter_Bench_Folder(const QDir& data, const QDir& work, const QString& port)
   const QByteArray settings = With_Port(shipped.readAll(), port);
   QFile::setPermissions(ini_name, QFile::ReadOwner | QFile::WriteOwner);
   QFile ini(ini_name);
-  Require(ini.open(QIODevice::WriteOnly) && ini.write(settings) == settings.size(), "cannot write " + ini_name);
+  Require(ini.open(QIODevice::WriteOnly) && ini.write(settings) == settings.size(),
+          "cannot write " + ini_name);
   Require(QDir::setCurrent(work.path()), "cannot enter " + work.path());
 }
 

@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr double info_seconds = 0.05;    ///< fixed time of one info query
+constexpr double info_seconds = 0.05;  ///< fixed time of one info query
 constexpr int image_characters = 520;
 constexpr int rounds = 5;
 
@@ -41,8 +41,8 @@ void Bench_Read() {
   for (int i = 0; i < rounds; ++i) seconds.push_back(Seconds_Of(kx::Read_Settings_Click));
   const double wire = (image_characters + 2) * kx::sim::Character_Time;
   const double beyond = Median(seconds) - info_seconds;
-  std::printf("read: %.1f ms beyond the info query, wire time %.1f ms, ratio %.2f\n", beyond * 1e3, wire * 1e3,
-              beyond / wire);
+  std::printf("read: %.1f ms beyond the info query, wire time %.1f ms, ratio %.2f\n", beyond * 1e3,
+              wire * 1e3, beyond / wire);
 }
 
 /// Changes every @p stride-th byte of the tune, @p count in all, and writes.
@@ -62,8 +62,8 @@ void Bench_Write(kx::sim::Pty_Box& box, int count, int stride) {
   // "v" and "rd" before; three exchanges for each run and one at its end, two a byte; two "ue"; "v", "rd" and
   // "v" of the two verifies; the last "ue".
   const int counted = 4 * runs + 2 * count;
-  std::printf("write of %3d bytes in %3d runs: %.3f s, %zu exchanges, of these %d for the bytes\n", count, runs,
-              Median(seconds), used, counted);
+  std::printf("write of %3d bytes in %3d runs: %.3f s, %zu exchanges, of these %d for the bytes\n", count,
+              runs, Median(seconds), used, counted);
 }
 
 }  // namespace

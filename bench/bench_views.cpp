@@ -1,4 +1,5 @@
-// Speed of the views: Update_All with all grids and charts, one step on 33 rows with its repaint, a tab change.
+// Speed of the views: Update_All with all grids and charts, one step on 33 rows with its repaint, a tab
+// change.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>

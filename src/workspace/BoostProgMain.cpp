@@ -34,7 +34,7 @@ QAction* Entry(QMenu* menu, const QString& name, const QString& caption, const Q
   return action;
 }
 
-constexpr int side_width_in_characters = 40;
+constexpr int side_width_in_characters = 46;
 
 }  // namespace
 

@@ -22,8 +22,8 @@ enum class Chart_Id {
 };
 
 inline constexpr std::array<std::string_view, 11> chart_names{
-    "IgMapChart",       "IgRPMChart",    "FuelMapChart", "FuelRpmChart",      "PwmMapChart", "PwmRpmChart", "an1_out_chart",
-    "an2_out_limchart", "an2_out_chart", "MAFSim_chart", "MAFSim_limit_chart"};
+    "IgMapChart",    "IgRPMChart",       "FuelMapChart",  "FuelRpmChart", "PwmMapChart",       "PwmRpmChart",
+    "an1_out_chart", "an2_out_limchart", "an2_out_chart", "MAFSim_chart", "MAFSim_limit_chart"};
 
 /// One line of a chart, a point an entry.
 struct Chart_Series {

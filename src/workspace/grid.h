@@ -5,8 +5,8 @@
 
 namespace kx {
 
-/// The texts and the cursor of one table as the user sees it, apart from any widget. Row 0 is the heading row;
-/// entries count from row 1. Columns count from 0.
+/// The texts and the cursor of one table as the user sees it, apart from any widget. Row 0 is the heading
+/// row; entries count from row 1. Columns count from 0.
 class Grid {
  public:
   /// Sets the number of rows (heading included) and columns. Texts of cells that stay are kept; the cursor is

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <optional>
 
-/// The arithmetic of the table panel and of typing, apart from any table on show. Shown values are the numbers
-/// that the grid's cells show, already rounded for display: where a rule starts from the shown value, so does
-/// its rounding.
+/// The arithmetic of the table panel and of typing, apart from any table on show. Shown values are the
+/// numbers that the grid's cells show, already rounded for display: where a rule starts from the shown value,
+/// so does its rounding.
 namespace kx {
 
 /// What a table's bytes mean to an edit.
@@ -14,8 +14,8 @@ enum class Edit_Rule {
   ignition_load_percent,
   ignition_rpm_degrees,
   ignition_rpm_percent,
-  fuel_time,    ///< fuel load in ms
-  fuel_duty,    ///< fuel load in % duty
+  fuel_time,  ///< fuel load in ms
+  fuel_duty,  ///< fuel load in % duty
   fuel_rpm,
   volts,
   pwm,          ///< percent duty
@@ -25,9 +25,9 @@ enum class Edit_Rule {
 /// An edit rule with what it needs besides.
 struct Edit_Form {
   Edit_Rule rule;
-  double max = 0;     ///< limits of ignition and fuel load tables, in the shown unit
+  double max = 0;  ///< limits of ignition and fuel load tables, in the shown unit
   double min = 0;
-  double gain = 0;    ///< raw = shown x gain + offset1 + offset2, ignition tables only
+  double gain = 0;  ///< raw = shown x gain + offset1 + offset2, ignition tables only
   double offset1 = 0;
   double offset2 = 0;
   int boost_sensor = -1;

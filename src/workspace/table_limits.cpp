@@ -52,9 +52,7 @@ double Boost_At(double raw) { return Forward_Sensor_Calc(Boost_Sensor(), raw).va
 
 }  // namespace
 
-void Get_igmap_maxmin() {
-  Take(Get_Field(map::ignition_load_in_percent) == 1 ? load_percent : load_degrees);
-}
+void Get_igmap_maxmin() { Take(Get_Field(map::ignition_load_in_percent) == 1 ? load_percent : load_degrees); }
 
 void Get_igrpm_maxmin() {
   const bool fine = Get_Field(map::ignition_rpm_fine) == 1;
@@ -90,16 +88,22 @@ void Get_Shown_Table_Maxmin() {
   const auto table = Active_Table();
   if (!table) return;
   switch (*table) {
-    case Table::ignition_load: return Get_igmap_maxmin();
-    case Table::ignition_rpm: return Get_igrpm_maxmin();
-    case Table::fuel_load: return Get_fuelmap_maxmin();
-    case Table::fuel_rpm: return Get_fuelrpm_maxmin();
+    case Table::ignition_load:
+      return Get_igmap_maxmin();
+    case Table::ignition_rpm:
+      return Get_igrpm_maxmin();
+    case Table::fuel_load:
+      return Get_fuelmap_maxmin();
+    case Table::fuel_rpm:
+      return Get_fuelrpm_maxmin();
     case Table::pwm_load:
-    case Table::pwm_rpm: return Get_pwm_maxmin();
+    case Table::pwm_rpm:
+      return Get_pwm_maxmin();
     case Table::analog1:
     case Table::analog2:
     case Table::maf_output:
-    case Table::maf_limit: return Get_an_maxmin();
+    case Table::maf_limit:
+      return Get_an_maxmin();
   }
 }
 

@@ -25,8 +25,8 @@ void minus_Click();
 void steep_Click();
 void flat_Click();
 
-/// Writes the number in set_table_text, clipped, into the selection; a clipped number is shown. Throws Failure
-/// "Type mismatch" when the text is no number.
+/// Writes the number in set_table_text, clipped, into the selection; a clipped number is shown. Throws
+/// Failure "Type mismatch" when the text is no number.
 void set_table_Click();
 
 /// Scales the selection to the percentage in scale_table_text. Any failure shows "not a number" and ends the

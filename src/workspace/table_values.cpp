@@ -48,15 +48,23 @@ const Value_Form& Form_Of(Table table) {
   switch (table) {
     case Table::ignition_load:
       return Get_Field(map::ignition_load_in_percent) == 1 ? ignition_load_percent : ignition_load_degrees;
-    case Table::ignition_rpm: return Ignition_Rpm_Form();
-    case Table::fuel_load: return Get_Field(map::fuel_by_pwm) == 1 ? fuel_load_duty : fuel_load_time;
-    case Table::fuel_rpm: return fuel_rpm_percent;
-    case Table::analog1: return analog_limit_volts;
-    case Table::analog2: return Analog2_Is_Curve() ? analog_out_volts : analog_limit_volts;
-    case Table::maf_output: return maf_output_volts;
-    case Table::maf_limit: return maf_limit_volts;
+    case Table::ignition_rpm:
+      return Ignition_Rpm_Form();
+    case Table::fuel_load:
+      return Get_Field(map::fuel_by_pwm) == 1 ? fuel_load_duty : fuel_load_time;
+    case Table::fuel_rpm:
+      return fuel_rpm_percent;
+    case Table::analog1:
+      return analog_limit_volts;
+    case Table::analog2:
+      return Analog2_Is_Curve() ? analog_out_volts : analog_limit_volts;
+    case Table::maf_output:
+      return maf_output_volts;
+    case Table::maf_limit:
+      return maf_limit_volts;
     case Table::pwm_load:
-    case Table::pwm_rpm: return pwm_percent;
+    case Table::pwm_rpm:
+      return pwm_percent;
   }
   return pwm_percent;
 }
@@ -78,11 +86,15 @@ std::string Value_Heading(Table table) {
 
 std::vector<std::string> Axis_Headings(Table table) {
   switch (Row_Of(table).axis) {
-    case Axis::load: return {"Volt", Load_Axis_Unit(Axis_Row(table))};
+    case Axis::load:
+      return {"Volt", Load_Axis_Unit(Axis_Row(table))};
     case Axis::rpm:
-    case Axis::fuel_rpm: return {"RPM"};
-    case Axis::rpm_or_volts: return {Analog2_Is_Curve() ? "in [V]" : "RPM"};
-    case Axis::rpm_times_map: return {"RPM*MAP"};
+    case Axis::fuel_rpm:
+      return {"RPM"};
+    case Axis::rpm_or_volts:
+      return {Analog2_Is_Curve() ? "in [V]" : "RPM"};
+    case Axis::rpm_times_map:
+      return {"RPM*MAP"};
   }
   return {};
 }
@@ -90,11 +102,16 @@ std::vector<std::string> Axis_Headings(Table table) {
 std::vector<std::string> Axis_Texts(Table table, int row) {
   const auto rpm = [row](int step) { return Format((row - 1) * step, "000"); };
   switch (Row_Of(table).axis) {
-    case Axis::load: return {Input_Volts(row, 256), Load_Axis_Text(Axis_Row(table), row)};
-    case Axis::rpm: return {rpm(rpm_step)};
-    case Axis::fuel_rpm: return {rpm(Res500 ? rpm_step : fine_rpm_step)};
-    case Axis::rpm_or_volts: return {Analog2_Is_Curve() ? Input_Volts(row, 128) : rpm(rpm_step)};
-    case Axis::rpm_times_map: return {Number_Text(MAF_Sim_Tab[static_cast<std::size_t>(row - 1)][0])};
+    case Axis::load:
+      return {Input_Volts(row, 256), Load_Axis_Text(Axis_Row(table), row)};
+    case Axis::rpm:
+      return {rpm(rpm_step)};
+    case Axis::fuel_rpm:
+      return {rpm(Res500 ? rpm_step : fine_rpm_step)};
+    case Axis::rpm_or_volts:
+      return {Analog2_Is_Curve() ? Input_Volts(row, 128) : rpm(rpm_step)};
+    case Axis::rpm_times_map:
+      return {Number_Text(MAF_Sim_Tab[static_cast<std::size_t>(row - 1)][0])};
   }
   return {};
 }

@@ -25,8 +25,8 @@ struct Value_Form {
 /// The form of a table's values. For the PWM RPM table it is the open loop's; see Shown_Text_Of.
 [[nodiscard]] const Value_Form& Form_Of(Table table);
 
-/// Text that the table shows for a raw byte: by its form or, for the PWM RPM table in closed loop, in the boost
-/// sensor's unit and decimals (the byte is half of a 10-bit input). Empty when there is no such sensor.
+/// Text that the table shows for a raw byte: by its form or, for the PWM RPM table in closed loop, in the
+/// boost sensor's unit and decimals (the byte is half of a 10-bit input). Empty when there is no such sensor.
 [[nodiscard]] std::string Shown_Text_Of(Table table, std::uint8_t raw);
 
 /// Heading of the value column.

@@ -31,16 +31,16 @@ enum class Axis { load, rpm, fuel_rpm, rpm_or_volts, rpm_times_map };
 /// One editable table: where it is shown and where its bytes lie.
 struct Table_Row {
   Table table;
-  std::string_view grid;         ///< name of its grid control
-  int tab;                       ///< tab of sstab_Main
-  int Shown_Tabs::* sub_tabs;    ///< the tab control inside that tab
-  int sub_tab;                   ///< its tab
-  int first_byte;                ///< byte of grid row 1
-  int text_column;               ///< grid column with the values; the axis stands before it
+  std::string_view grid;      ///< name of its grid control
+  int tab;                    ///< tab of sstab_Main
+  int Shown_Tabs::*sub_tabs;  ///< the tab control inside that tab
+  int sub_tab;                ///< its tab
+  int first_byte;             ///< byte of grid row 1
+  int text_column;            ///< grid column with the values; the axis stands before it
   Axis axis;
-  map::Field load_input;         ///< input of a load axis; unused else
-  bool captures_typing;          ///< typing into a cell can be undone
-  int first_row;                 ///< first row that may be edited
+  map::Field load_input;  ///< input of a load axis; unused else
+  bool captures_typing;   ///< typing into a cell can be undone
+  int first_row;          ///< first row that may be edited
 };
 
 inline constexpr map::Field no_input{map::load_base, 0x03};
@@ -64,8 +64,8 @@ inline constexpr std::array table_rows{
     // grid must not change unseen. So editing starts at row 2.
     Table_Row{Table::maf_limit, "MAFSim_limit_grid", main_tab::analog, &Shown_Tabs::SSTab_Analog, 3,
               map::maf_limit.first, 1, Axis::rpm, no_input, false, 2},
-    Table_Row{Table::pwm_load, "PWM_MAP_Grid", main_tab::pwm, &Shown_Tabs::SSTab_PWM, 0, map::pwm_load.first, 2,
-              Axis::load, map::pwm_load_input, false, 1},
+    Table_Row{Table::pwm_load, "PWM_MAP_Grid", main_tab::pwm, &Shown_Tabs::SSTab_PWM, 0, map::pwm_load.first,
+              2, Axis::load, map::pwm_load_input, false, 1},
     Table_Row{Table::pwm_rpm, "PWM_RPM_Grid", main_tab::pwm, &Shown_Tabs::SSTab_PWM, 1, map::pwm_rpm.first, 1,
               Axis::rpm, no_input, false, 1},
 };

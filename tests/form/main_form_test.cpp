@@ -25,15 +25,16 @@ using Main_Form = Form_Fixture;
 TEST_F(Main_Form, Has_Every_Control_By_Its_Name) {
   for (const Table_Row& row : table_rows) EXPECT_NE(Find<Table_Grid>(row.grid), nullptr) << row.grid;
   for (const std::string_view chart : chart_names) EXPECT_NE(Find<Line_Chart>(chart), nullptr) << chart;
-  for (const char* tabs : {"sstab_Main", "SSTab_Ignition", "SSTab_Fuel", "SSTab_PWM", "SSTab_Analog",
-                           "SSTab_Communication"}) {
+  for (const char* tabs :
+       {"sstab_Main", "SSTab_Ignition", "SSTab_Fuel", "SSTab_PWM", "SSTab_Analog", "SSTab_Communication"}) {
     EXPECT_NE(Find<QTabWidget>(tabs), nullptr) << tabs;
   }
   for (const char* button : {"plus", "minus", "steep", "flat", "set_table", "scale_table", "Read_Settings",
                              "Write_Settings", "Verify_Settings", "Connect_Info", "Command3"}) {
     EXPECT_NE(Find<QPushButton>(button), nullptr) << button;
   }
-  for (const char* entry : {"File_open", "File_save", "File_save_As", "File_exit", "edit_undo", "edit_redo"}) {
+  for (const char* entry :
+       {"File_open", "File_save", "File_save_As", "File_exit", "edit_undo", "edit_redo"}) {
     EXPECT_NE(Find<QAction>(entry), nullptr) << entry;
   }
   EXPECT_EQ(Find<QLineEdit>("rs232_text")->text(), "< COM-Port info >");

@@ -1,6 +1,7 @@
+#include <QElapsedTimer>
 #include <QTimer>
 #include <algorithm>
-#include <chrono>
+#include <fstream>
 #include <set>
 
 #include "boxlink/protocol.h"
@@ -75,14 +76,22 @@ TEST_F(Timer_Link, A_Line_That_Hangs_Up_Shows_One_Box_And_Comes_Back) {
   Expect(Com_knapp5_Click, "< KX read T >");
 }
 
+/// Seconds that this thread could have run in and other programs did.
+double Held_Up_By_Others() {
+  double running = 0;
+  double waiting = 0;
+  std::ifstream("/proc/thread-self/schedstat") >> running >> waiting;  // nanoseconds
+  return waiting / 1e9;
+}
+
 /// A click elsewhere: a timer whose ticks show how late the event loop comes to anything.
 class Elsewhere {
  public:
   Elsewhere() {
     timer_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&timer_, &QTimer::timeout, [this] {
-      const auto now = std::chrono::steady_clock::now();
-      longest_ = std::max(longest_, std::chrono::duration<double>(now - last_).count());
+      const double now = Own_Time();
+      longest_ = std::max(longest_, now - last_);
       last_ = now;
     });
     timer_.start(1);
@@ -90,8 +99,18 @@ class Elsewhere {
   [[nodiscard]] double Longest_Gap() const { return longest_; }
 
  private:
+  [[nodiscard]] double Own_Time() const {
+    return static_cast<double>(since_.nsecsElapsed()) / 1e9 - Held_Up_By_Others();
+  }
+  static QElapsedTimer Started() {
+    QElapsedTimer timer;
+    timer.start();
+    return timer;
+  }
+
   QTimer timer_;
-  std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
+  QElapsedTimer since_ = Started();
+  double last_ = Own_Time();
   double longest_ = 0;  // seconds
 };
 

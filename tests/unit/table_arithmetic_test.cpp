@@ -32,12 +32,24 @@ TEST(Table_Arithmetic, Steps_Start_From_The_Shown_Value_Where_The_Table_Says_So)
     int result;
   };
   const Row rows[] = {
-      {pwm, {1, 1}, 1, 3},          {pwm, {2, 2}, 1, 4},           {pwm, {4, 3}, 1, 5},
-      {pwm, {16, 13}, 1, 18},       {pwm, {3, 2}, -1, 1},          {pwm, {7, 5}, -1, 5},
-      {load_percent, {1, 1}, 1, 3}, {load_percent, {7, 5}, -1, 5}, {load_degrees, {127, 12.7}, 1, 128},
-      {load_degrees, {1, 0.1}, -1, 0}, {rpm_percent, {136, 13}, 1, 137}, {rpm_percent_fine, {7, -95}, 1, 7},
-      {rpm_percent_fine, {2, -98}, 1, 4}, {rpm_percent_fine, {2, -98}, -1, 2}, {rpm_degrees, {144, 3.2}, 1, 145},
-      {fuel_time, {189, 12.2}, 1, 190}, {fuel_rpm, {8, -188}, -1, 7}, {volts, {100, 1.96}, 1, 101},
+      {pwm, {1, 1}, 1, 3},
+      {pwm, {2, 2}, 1, 4},
+      {pwm, {4, 3}, 1, 5},
+      {pwm, {16, 13}, 1, 18},
+      {pwm, {3, 2}, -1, 1},
+      {pwm, {7, 5}, -1, 5},
+      {load_percent, {1, 1}, 1, 3},
+      {load_percent, {7, 5}, -1, 5},
+      {load_degrees, {127, 12.7}, 1, 128},
+      {load_degrees, {1, 0.1}, -1, 0},
+      {rpm_percent, {136, 13}, 1, 137},
+      {rpm_percent_fine, {7, -95}, 1, 7},
+      {rpm_percent_fine, {2, -98}, 1, 4},
+      {rpm_percent_fine, {2, -98}, -1, 2},
+      {rpm_degrees, {144, 3.2}, 1, 145},
+      {fuel_time, {189, 12.2}, 1, 190},
+      {fuel_rpm, {8, -188}, -1, 7},
+      {volts, {100, 1.96}, 1, 101},
       {boost, {77, 3.1}, -1, 76},
   };
   for (const Row& row : rows) {
@@ -65,11 +77,12 @@ TEST(Table_Arithmetic, Set_Clips_Then_Stores) {
     int raw;
   };
   const Row rows[] = {
-      {pwm, 250, 199, 254},        {pwm, 99, 99, 126},      {pwm, -5, -5, 0},          {fuel_rpm, -300, -200, 0},
-      {fuel_rpm, 250, 199, 255},   {fuel_rpm, 50, 50, 160}, {fuel_time, 12.3, 12.3, 189}, {fuel_time, -99, -25.6, 0},
-      {fuel_duty, 101, 100, 255},  {volts, 1.5, 1.5, 76},   {volts, 2.5, 2.5, 128},    {volts, 3.5, 3.5, 178},
-      {volts, 4.5, 4.5, 230},      {volts, 9, 5, 255},      {load_degrees, 12.7, 12.7, 127},
-      {load_degrees, 30, 25.5, 255}, {rpm_percent, -250, -200, 0}, {rpm_percent, 50, 50, 160},
+      {pwm, 250, 199, 254},           {pwm, 99, 99, 126},           {pwm, -5, -5, 0},
+      {fuel_rpm, -300, -200, 0},      {fuel_rpm, 250, 199, 255},    {fuel_rpm, 50, 50, 160},
+      {fuel_time, 12.3, 12.3, 189},   {fuel_time, -99, -25.6, 0},   {fuel_duty, 101, 100, 255},
+      {volts, 1.5, 1.5, 76},          {volts, 2.5, 2.5, 128},       {volts, 3.5, 3.5, 178},
+      {volts, 4.5, 4.5, 230},         {volts, 9, 5, 255},           {load_degrees, 12.7, 12.7, 127},
+      {load_degrees, 30, 25.5, 255},  {rpm_percent, -250, -200, 0}, {rpm_percent, 50, 50, 160},
       {rpm_degrees, -25.6, -25.6, 0},
   };
   for (const Row& row : rows) {
@@ -104,8 +117,8 @@ TEST(Table_Arithmetic, Typing_Has_Limits_Of_Its_Own) {
 
 class Every_Table : public Workspace_Fixture, public testing::WithParamInterface<Table> {};
 
-/// What a table shows must lead back to the byte, or to one that shows alike when the text is coarser than the
-/// byte. All flags that give the bytes another meaning are gone through.
+/// What a table shows must lead back to the byte, or to one that shows alike when the text is coarser than
+/// the byte. All flags that give the bytes another meaning are gone through.
 TEST_P(Every_Table, Shown_Text_Of_All_Raw_Values_Leads_Back) {
   const Table table = GetParam();
   for (int flags = 0; flags < 16; ++flags) {

@@ -40,8 +40,8 @@ TEST_F(Table_Editing, Every_Button_Changes_The_Selected_Bytes_Of_Every_Table_Onl
     const char* name;
     void (*click)();
   };
-  const Button buttons[] = {{"plus", plus_Click},   {"minus", minus_Click},    {"steep", steep_Click},
-                            {"flat", flat_Click},   {"set", set_table_Click},  {"scale", scale_table_Click}};
+  const Button buttons[] = {{"plus", plus_Click}, {"minus", minus_Click},   {"steep", steep_Click},
+                            {"flat", flat_Click}, {"set", set_table_Click}, {"scale", scale_table_Click}};
   Set_Field(map::maf_sim_enable, 0);
   set_table_text.Set("3");
   scale_table_text.Set("50");
@@ -147,12 +147,17 @@ TEST_F(Table_Editing, Keys_Edit_The_Cell_Text) {
     const char* keys;
     const char* text;
   };
-  for (const Row& row : {Row{"1.5", "1.5"}, Row{".5", "5"}, Row{"-", "-"}, Row{"1,5.", "1,5"}, Row{"12", "12"}}) {
+  for (const Row& row :
+       {Row{"1.5", "1.5"}, Row{".5", "5"}, Row{"-", "-"}, Row{"1,5.", "1,5"}, Row{"12", "12"}}) {
     Fresh_Cell = true;
     std::string text = "0.0";
     if (row.keys[0] == '.') text = "3";
     for (const char* key = row.keys; *key != 0; ++key) {
-      text = KeyEdit(*key == '.' ? key::full_stop : *key == ',' ? key::comma : *key == '-' ? key::minus : *key, text);
+      text = KeyEdit(*key == '.'   ? key::full_stop
+                     : *key == ',' ? key::comma
+                     : *key == '-' ? key::minus
+                                   : *key,
+                     text);
     }
     EXPECT_EQ(text, row.text) << row.keys;
   }

@@ -15,7 +15,8 @@ using Table_Views = Workspace_Fixture;
 
 std::vector<std::string> Row_Texts(Table table, int row) {
   std::vector<std::string> texts;
-  for (int column = 0; column < Grid_Of(table).Columns(); ++column) texts.push_back(Grid_Of(table).Text(row, column));
+  for (int column = 0; column < Grid_Of(table).Columns(); ++column)
+    texts.push_back(Grid_Of(table).Text(row, column));
   return texts;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/qt/qt_ask.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -38,6 +39,20 @@ QString Pattern(const QString& given) {
 QString Directory(const std::string& given) {
   const QString directory = QString::fromStdString(given);
   return directory.isEmpty() || !QDir(directory).exists() ? QDir::currentPath() : directory;
+}
+
+constexpr int most_lines = 20;
+
+/// A text of many lines would push the buttons off the screen: its head stays, and the whole of it scrolls in
+/// the details, which are open from the start.
+void Fit_To_Screen(QMessageBox& box) {
+  const QStringList lines = box.text().trimmed().split('\n');
+  if (lines.size() <= most_lines) return;
+  box.setDetailedText(box.text());
+  box.setText(lines.front().trimmed() + " (" + QString::number(lines.size() - 1) + ")");
+  for (QAbstractButton* button : box.buttons()) {
+    if (box.buttonRole(button) == QMessageBox::ActionRole) button->click();
+  }
 }
 
 /// What both dialogs share. They are Qt's own on every desktop: of these the default extension is known to be
@@ -94,6 +109,7 @@ Answer Qt_Ask::Show(const Message& message) {
                   QString::fromStdString(message.text), buttons.shown, QApplication::activeWindow());
   box.setObjectName("message_box");
   box.setTextFormat(Qt::PlainText);  // "< No response... >" is not a tag
+  Fit_To_Screen(box);
   const int pressed = box.exec();
   return pressed == QMessageBox::Ok || pressed == QMessageBox::Yes ? buttons.agreed : buttons.refused;
 }

@@ -34,7 +34,8 @@ class Control_Index {
   std::map<std::string_view, QWidget*> texts_;
 };
 
-/// A frame of rows: sliders with their texts, lists, check boxes and options, straight from the control tables.
+/// A frame of rows: sliders with their texts, lists, check boxes and options, straight from the control
+/// tables.
 class Control_Group : public QGroupBox {
   Q_OBJECT
 

@@ -6,7 +6,8 @@
 
 namespace kx {
 
-Ignition_Panel::Ignition_Panel(Control_Index& index, QWidget* parent) : Tables_Panel("SSTab_Ignition", parent) {
+Ignition_Panel::Ignition_Panel(Control_Index& index, QWidget* parent)
+    : Tables_Panel("SSTab_Ignition", parent) {
   Table_Page* load = Add_Page("Ignition Load", Table::ignition_load, {Chart_Id::IgMapChart});
   load_help_ = load->Add_Help("Label41");
   auto* base = new Control_Group("Ignition_Load_Base_Frame", "Base ignition load", index);
@@ -27,8 +28,8 @@ Ignition_Panel::Ignition_Panel(Control_Index& index, QWidget* parent) : Tables_P
   rpm_help_ = Named_Text("Label_IG_RPM");
   rpm_normal_ = Plain_Frame("Frame_Ignition_RPM_normal", rpm_help_);
   rpm_maf_limit_ = Plain_Frame(
-      "Frame_IG_RPM_MAFSIM",
-      Named_Text("Label_IG_RPM_MAFSIM", "Only the first value in Ignition RPM table can be changed, and sets "
+      "Frame_IG_RPM_MAFSIM", Named_Text("Label_IG_RPM_MAFSIM",
+                                        "Only the first value in Ignition RPM table can be changed, and sets "
                                         "the ignition for all RPM's"));
   rpm->Add_Above(rpm_normal_);
   rpm->Add_Above(rpm_maf_limit_);

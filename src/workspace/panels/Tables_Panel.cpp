@@ -23,7 +23,8 @@ QFrame* Plain_Frame(const QString& name, QWidget* inside) {
 
 Tables_Panel::Tables_Panel(const QString& name, QWidget* parent) : QTabWidget(parent) { setObjectName(name); }
 
-Table_Page* Tables_Panel::Add_Page(const QString& caption, Table table, std::initializer_list<Chart_Id> charts,
+Table_Page* Tables_Panel::Add_Page(const QString& caption, Table table,
+                                   std::initializer_list<Chart_Id> charts,
                                    const std::function<QWidget*(Table_Page*)>& wrap) {
   auto* page = new Table_Page(table, charts);
   pages_.push_back(page);
