@@ -46,6 +46,12 @@ bench=$(cd "$bench" && pwd)
 for file in "$root"/data/*; do
   [ -e "$bench/${file##*/}" ] || cp "$file" "$bench/" || fail "$bench cannot be written."
 done
+# The manual is the program's and not the user's: each run brings the one of this tree.
+manual=$bench/manual
+if ! [ "$manual" -ef "$root/docs/manual" ]; then
+  mkdir -p "$manual" || fail "the folder $manual cannot be made."
+  cp -R "$root/docs/manual/." "$manual/" || fail "$manual cannot be written."
+fi
 link=$bench/simulated-box
 "$root/scripts/set_ini_key.sh" "$bench/KXBenchPro.ini" com_device9 "$link"
 "$root/scripts/set_ini_key.sh" "$bench/KXBenchPro.ini" comport1 9

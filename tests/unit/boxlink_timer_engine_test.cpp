@@ -151,6 +151,19 @@ TEST_F(Timer_Engine, A_Slave_That_Differs_Is_Repaired_Byte_By_Byte) {
   EXPECT_FALSE(Slave_Needed || Slave_Pass || Slave_Pending);
 }
 
+TEST_F(Timer_Engine, Runs_To_The_Slave_Do_Not_Wait_For_The_End_Of_The_One_Before) {
+  for (const char* knobs : {"on=$+bs,delay=0.015", "on=$,from=2,times=2,refuse"}) {
+    Box() = test::Sample_Box(true);
+    for (const std::size_t i : {20U, 21U, 22U}) Box().Slave[i] ^= 0x81;
+    Set_Faults(knobs);
+    Expect_Boxes({"ERROR 3", "ERROR 3"});
+    Run_To_End(Com_knapp3_Click);
+    EXPECT_EQ(Status(), "< Write finished, slave OK,  T... >") << knobs;
+    EXPECT_THAT(port_.Sent(), HasSubstr("rsbs14" + Hex(20) + "$bs15" + Hex(21) + "$bs16" + Hex(22) + "$ue"))
+        << knobs;
+  }
+}
+
 TEST_F(Timer_Engine, A_Slave_That_Cannot_Become_Equal_Is_Given_Up) {
   Box() = test::Sample_Box(true);
   CardByte[map::flags_a] |= map::slave_mode.mask;  // which the comparison takes off the slave's
@@ -171,6 +184,19 @@ TEST_F(Timer_Engine, A_Slave_That_Goes_Away_Ends_The_Write_With_Its_Master) {
   }
   Run_To_End(Com_knapp5_Click);
   EXPECT_EQ(Status(), "< KX read T >");
+}
+
+TEST_F(Timer_Engine, A_Slave_Phase_That_Failed_Is_Forgotten) {
+  Box() = test::Sample_Box(true);
+  Set_Faults("on=rs,from=2,refuse");
+  ask_.Expect("ERROR 3");
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< communication error >");
+  Run_To_End(Com_knapp4_Click);
+  EXPECT_EQ(Status(), "< KX data verify OK >");
+  Set_Faults("on=rs,refuse");
+  Write_To_Lone_Master();
+  EXPECT_EQ(Status(), "< Write finished T... >");
 }
 
 TEST_F(Timer_Engine, Another_Dataset_Stops_A_Write_And_Leaves_The_Port_Open) {
@@ -215,6 +241,18 @@ TEST_F(Timer_Engine, Prompts_May_Come_In_Pieces_And_Twice) {
     EXPECT_EQ(Status(), "< Write finished T... >") << knobs;
     EXPECT_EQ(Box().Master, test::As_Sent(CardByte)) << knobs;
   }
+}
+
+TEST_F(Timer_Engine, What_Came_Before_A_Send_Is_No_Answer_To_It) {
+  bool arrived = false;
+  loop_.on_turn = [&] {
+    if (!arrived && !port_.writes.empty() && port_.writes.back() == Hex(1))
+      port_.Arrive("\r\n$"), arrived = true;
+  };
+  Set_Faults("on=$,delay=0.015");
+  Write_To_Lone_Master();
+  EXPECT_EQ(Status(), "< Write finished T... >");
+  EXPECT_THAT(port_.Sent(), testing::Not(HasSubstr("$$")));
 }
 
 TEST_F(Timer_Engine, An_Empty_Tick_Sends_The_Word_Of_The_Run_Again_Until_Ten_Are_Used_Up) {
