@@ -45,7 +45,7 @@ constexpr std::array named_versions{
 }  // namespace
 
 int Option_Of_Interface(std::string_view word) {
-  const auto option = std::ranges::find(interface_options, word, &Interface_Option::word);
+  const auto* const option = std::ranges::find(interface_options, word, &Interface_Option::word);
   return option == interface_options.end() ? -1 : static_cast<int>(option - interface_options.begin());
 }
 
@@ -78,15 +78,16 @@ void Apply_Preferences(const clsSerialPortList& ports, int row, const std::strin
 }
 
 void toggle_interface() {
-  const auto next = static_cast<std::size_t>(Option_Of_Interface(Default_Interface) + 1);
-  Keep_Interface(std::string(interface_options[next % interface_options.size()].word));
+  const int next = Option_Of_Interface(Default_Interface) + 1;
+  const auto index = static_cast<std::size_t>(next) % interface_options.size();
+  Keep_Interface(std::string(interface_options[index].word));
   Update_All();
 }
 
 std::string OS_Name(int platform_id, int major_version, int minor_version) {
   const auto same_family = [&](const Named_Version& row) { return row.platform_id == platform_id; };
   if (std::ranges::none_of(named_versions, same_family)) return {};
-  const auto row = std::ranges::find_if(named_versions, [&](const Named_Version& named) {
+  const auto* const row = std::ranges::find_if(named_versions, [&](const Named_Version& named) {
     return same_family(named) && named.major_version.value_or(major_version) == major_version &&
            named.minor_version.value_or(minor_version) == minor_version;
   });

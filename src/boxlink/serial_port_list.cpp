@@ -1,6 +1,7 @@
 #include "boxlink/serial_port_list.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <filesystem>
 #include <map>
@@ -24,7 +25,7 @@ using Ports = std::vector<clsSerialPort>;
 /// How a port is opened by a name of the operating system.
 constexpr std::string_view device_space = R"(\\.\)";
 
-/// The highest number that the settings file can give to a device.
+/// Lines com_device<n> are looked for up to this number, where other systems end too.
 constexpr int last_given_com = 256;
 
 constexpr int platform_nt = 2;
@@ -116,7 +117,7 @@ constexpr std::string_view usb_branch = "USBPORTS";
 
 /// Port names are kept one level below these keys of the hardware branch.
 bool Holds_Ports(const std::string& first_level, const std::string& second_level) {
-  constexpr std::string_view marks[]{"*PNP0501", "*PNP0500", "Ports"};
+  constexpr std::array<std::string_view, 3> marks{"*PNP0501", "*PNP0500", "Ports"};
   return first_level == usb_branch || std::ranges::any_of(marks, [&](std::string_view mark) {
            return second_level.find(mark) != std::string::npos;
          });

@@ -117,11 +117,17 @@ void End_Run() {
   Talk();
 }
 
-/// An end that comes while a prompt is awaited belongs to the run before.
+/// An end that comes while a prompt is awaited belongs to the run before. One that is awaited counts wherever
+/// it stands: behind an adapter that gathers what it delivers, the prompt to a word that an empty tick has
+/// sent meanwhile comes along with it.
+bool Run_Has_Ended() { return Tx_State != run_begun && Rx_Prompt.find("!\r\n") != std::string::npos; }
+
+bool Prompted() { return Rx_Prompt.ends_with('$') || Rx_Prompt.ends_with('#') || Rx_Prompt == "w"; }
+
 void Await_Prompt(const std::string& chunk) {
   Rx_Prompt += chunk;
-  if (Rx_Prompt.ends_with('$') || Rx_Prompt.ends_with('#') || Rx_Prompt == "w") return Talk();
-  if (Rx_Prompt.ends_with("!\r\n") && Tx_State != run_begun) return End_Run();
+  if (Run_Has_Ended()) return End_Run();
+  if (Prompted()) return Talk();
   Fail_If_Endless(Rx_Prompt);
 }
 

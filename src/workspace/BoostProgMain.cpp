@@ -7,6 +7,7 @@
 #include <QStatusBar>
 #include <array>
 
+#include "boxlink/preferences.h"
 #include "settings/brand.h"
 #include "settings/refresh.h"
 #include "workspace/box_settings.h"
@@ -117,6 +118,13 @@ void BoostProgMain::Make_Menus() {
   QAction* prefs =
       settings->addAction("&PC settings...", QKeySequence("F4"), this, [this] { Show_Form(*prefs_); });
   prefs->setObjectName("PC_Settings");
+  QAction* next = settings->addAction("&Next card interface");
+  next->setObjectName("toggle_interface");
+  next->setShortcut(QKeySequence("Ctrl+T"));
+  On_Trigger(next, [this] {
+    toggle_interface();
+    prefs_->Show_Interface();
+  });
   QAction* summary = settings->addAction("Setting &summary...", QKeySequence("F3"), this,
                                          [this] { summary_->Open_With_Box_Settings(); });
   summary->setObjectName("Setting_Summary");

@@ -119,7 +119,6 @@ void Fill_Analog2_Table() {
   Add_Analog2_Guides();
 }
 
-/// What the tables and texts depend on besides their own bytes.
 /// Layout of one grid; values stay, and rows that are new get theirs.
 void Lay_Out_And_Complete(Table table) {
   const int rows = Grid_Of(table).Rows();
@@ -129,6 +128,7 @@ void Lay_Out_And_Complete(Table table) {
   if (table == Table::analog2) Add_Analog2_Guides();
 }
 
+/// What the tables and texts depend on besides their own bytes.
 void Take_Conditions() {
   Update_Point_Counts();
   Temp_Sensor_Index = Get_Field(map::air_temperature_input) + 1;

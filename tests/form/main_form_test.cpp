@@ -204,5 +204,14 @@ TEST_F(Main_Form, Redo_Into_An_Empty_Slot_Shows_The_Zero_Image) {
   EXPECT_EQ(Grid_Of(Table::fuel_rpm).Text(2, 1), "-200");
 }
 
+TEST_F(Main_Form, Ctrl_T_Takes_The_Next_Card_Interface) {
+  EXPECT_EQ(Default_Interface, "SC_Reader");
+  QTest::keyClick(&form(), Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(Default_Interface, "KX_MapCard");
+  QTest::keyClick(&form(), Qt::Key_T, Qt::ControlModifier);
+  QTest::keyClick(&form(), Qt::Key_T, Qt::ControlModifier);
+  EXPECT_EQ(Default_Interface, "SC_Reader");
+}
+
 }  // namespace
 }  // namespace kx

@@ -12,6 +12,7 @@
 #include "boxlink/sync_engine.h"
 #include "boxlink/timer_state.h"
 #include "link/fault_cases.h"
+#include "link/patient_user.h"
 #include "link/pty_fixture.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
@@ -37,25 +38,6 @@ std::uint32_t Seed() {
   }();
   return seed;
 }
-
-/// Lets a while pass in each box, as a user does, and answers all of them alike.
-class Patient_User : public platform::Ask {
- public:
-  bool accept = false;
-  int open = 0;
-  std::vector<std::string> texts;
-
-  platform::Answer Show(const platform::Message& message) override {
-    ++open;
-    texts.push_back(message.text);
-    const Wait_Limit look(0.03);
-    while (!look.Passed()) Do_Events();
-    --open;
-    return accept ? platform::Answer::ok : platform::Answer::cancel;
-  }
-  std::optional<std::string> Open_Name(const platform::File_Question&) override { return std::nullopt; }
-  std::optional<std::string> Save_Name(const platform::File_Question&) override { return std::nullopt; }
-};
 
 /// Tries a case on the line of @p Fixture, which says how a box comes to it.
 template <typename Fixture>
@@ -142,8 +124,9 @@ class Fault_Matrix : public Fixture, public testing::WithParamInterface<Transfer
 
   void Expect_Known_Words() {
     EXPECT_THAT(user_.texts,
-                Each(AnyOf(lost, "Could not read", "Write verify failed!", "ERROR 3", "ERROR 4", "ERROR 5",
-                           "ERROR 6", "\r\nDataset ID not matched", StartsWith("The System has different"))));
+                Each(AnyOf(lost, "Could not read", "Port not open", "Write verify failed!", "ERROR 3",
+                           "ERROR 4", "ERROR 5", "ERROR 6", "\r\nDataset ID not matched",
+                           StartsWith("The System has different"))));
     EXPECT_LE(std::ranges::count(user_.texts, lost), 1);
     EXPECT_LE(user_.texts.size(), 8U);
     EXPECT_THAT(Status(), Known_Status());
@@ -230,7 +213,7 @@ class Fault_Matrix : public Fixture, public testing::WithParamInterface<Transfer
     EXPECT_EQ(test::As_Sent(CardByte), contents.Master);
   }
 
-  Patient_User user_;
+  test::Patient_User user_;
   Byte_Image before_;
   sim::Image master_before_{};
   std::string stale_;

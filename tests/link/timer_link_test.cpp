@@ -2,11 +2,11 @@
 #include <QTimer>
 #include <algorithm>
 #include <fstream>
-#include <set>
 
 #include "boxlink/protocol.h"
 #include "boxlink/sync_engine.h"
 #include "boxlink/timer_engine.h"
+#include "link/patient_user.h"
 #include "link/pty_fixture.h"
 #include "settings/message.h"
 
@@ -35,21 +35,8 @@ class Timer_Link : public test::Pty_Fixture {
   [[nodiscard]] static std::string Status() { return test::Without_Times(rs232_text.Text()); }
 };
 
-/// Takes every box at once.
-class Ready_User : public platform::Ask {
- public:
-  platform::Answer Show(const platform::Message& message) override {
-    texts.insert(message.text);
-    return platform::Answer::ok;
-  }
-  std::optional<std::string> Open_Name(const platform::File_Question&) override { return std::nullopt; }
-  std::optional<std::string> Save_Name(const platform::File_Question&) override { return std::nullopt; }
-
-  std::set<std::string> texts;
-};
-
 TEST_F(Timer_Link, Reads_Writes_Repairs_The_Slave_And_Verifies) {
-  Ready_User user;
+  test::Patient_User user;
   platform::seams.ask = &user;
   sim::Box_Contents contents = test::Sample_Box(true);
   contents.Slave[99] ^= 1;
@@ -59,21 +46,10 @@ TEST_F(Timer_Link, Reads_Writes_Repairs_The_Slave_And_Verifies) {
   EXPECT_EQ(CardByte, test::Sample_Tune());
   for (const int i : {46, 47, 133}) CardByte[i] ^= 0x5A;
   Expect(Com_knapp3_Click, "< Write finished, slave OK,  T... >");
-  EXPECT_EQ(user.texts.count("ERROR 3"), 1U);
+  EXPECT_THAT(user.texts, testing::Contains("ERROR 3"));
   EXPECT_EQ(Plugged_In_Box().Master, test::As_Sent(CardByte));
   EXPECT_EQ(Plugged_In_Box().Slave, sim::As_Slave(test::As_Sent(CardByte)));
   Expect(Com_knapp4_Click, "< KX data verify OK >");
-}
-
-TEST_F(Timer_Link, A_Line_That_Hangs_Up_Shows_One_Box_And_Comes_Back) {
-  for (const char* knobs : {"hang_up_received=1", "on=rd,hang_up=200"}) {
-    Plug_In_Box(test::Sample_Box(), sim::Parse_Faults(knobs).Knobs);
-    ask_.Expect("Lost connection with USB port");
-    Run_To_End(Com_knapp5_Click);
-    EXPECT_EQ(Status(), "< communication error >") << knobs;
-  }
-  Plug_In_Box(test::Sample_Box());
-  Expect(Com_knapp5_Click, "< KX read T >");
 }
 
 /// Seconds that this thread could have run in and other programs did.

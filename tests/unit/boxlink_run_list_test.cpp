@@ -18,15 +18,6 @@ TEST(Run_List, Holds_Byte_1_And_Each_Stretch_Of_Differing_Bytes) {
   EXPECT_EQ(Offsets_Text({5, 6, 249}), "5,6,249,");
 }
 
-TEST(Run_List, Is_Read_Back_By_Place) {
-  for (const std::string& list : {Master_Run_List({5, 6, 249}), Slave_Run_List({1, 5, 249})}) {
-    std::vector<int> numbers;
-    for (int at = 2; Runs_Left(list, at); at += run_list_step) numbers.push_back(Run_List_Number(list, at));
-    EXPECT_THAT(numbers,
-                list.ends_with(',') ? ElementsAre(1, 1, 5, 2, 249, 1) : ElementsAre(1, 1, 5, 1, 249, 1));
-  }
-}
-
 TEST(Run_List, Bytes_250_To_255_Are_Not_Compared) {
   Byte_Image tune;
   Byte_Image box;
