@@ -26,7 +26,7 @@ const Scalar_Row& Scalar_Row_Of(std::string_view name) {
 }
 
 std::span<const Scalar_Text_Row> Texts_Of(const Scalar_Row& row) {
-  const auto unused = std::ranges::find(row.texts, nullptr, &Scalar_Text_Row::text);
+  const auto* const unused = std::ranges::find(row.texts, nullptr, &Scalar_Text_Row::text);
   return {row.texts.begin(), unused};
 }
 
