@@ -76,7 +76,7 @@ void Fill_Table(Table table) {
     grid.Set_Text(row, column, Shown_Text_Of(table, CardByte[Shown_Byte(table, row)]));
     values.values.push_back(Val_Any(grid.Text(row, column)));
   }
-  chart.series.assign(1, std::move(values));
+  chart.series.assign(1, values);
   chart.current = grid.Row();
 }
 
