@@ -104,7 +104,8 @@ QWidget* Communication_Panel::Make_Buttons() {
       connect(button, &QPushButton::pressed, this, [placeholder] { rs232_text.Set(placeholder); });
     }
     On_Click(button, row.handler);
-    transfer_buttons_.push_back(button);
+    // "Close port" stays: it is the way out of a transfer that hangs.
+    if (row.handler != Com_knapp2_Click) transfer_buttons_.push_back(button);
     layout->addWidget(button, place / places_a_row, place % places_a_row, 1, width);
     place += width;
   }
