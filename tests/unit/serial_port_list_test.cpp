@@ -288,9 +288,7 @@ TEST_F(Serial_Ports, Devices_With_Paths_Have_The_Numbers_That_Open_Them) {
 TEST_F(Serial_Ports, A_Device_Under_Two_Names_Is_Listed_Once) {
   const std::string device = folder_.Write("device", "");
   const std::string link = folder_.Path("link");
-  std::error_code refused;
-  std::filesystem::create_symlink(device, link, refused);
-  if (refused) GTEST_SKIP() << "no links here: " << refused.message();
+  std::filesystem::create_symlink(device, link);
   recorded_.rows = {{device, "device", "Adapter", true}};
   recorded_.existing = {link};
   folder_.Write("test.ini", "com_device6=" + link + "\r\ncom_device7=" + device + "\r\n");
