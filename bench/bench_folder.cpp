@@ -43,4 +43,11 @@ QDir Data_Folder(int argc, char** argv) {
   return QDir(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QDir::current().absoluteFilePath("data"));
 }
 
+Box_Stand::Box_Stand(const QDir& data) {
+  const std::string trouble = box_.Start();
+  Require(trouble.empty(), QString::fromStdString(trouble));
+  Enter_Bench_Folder(data, QDir(folder_.path()), QString::fromStdString(box_.Path()));
+  seams_.Install();
+}
+
 }  // namespace kx::bench

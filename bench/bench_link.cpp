@@ -2,16 +2,13 @@
 // terminal: a read against its wire time, and writes of n differing bytes with their exchanges.
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
 #include <vector>
 
 #include "bench_folder.h"
 #include "boxlink/sync_engine.h"
-#include "platform/qt/qt_seams.h"
 #include "settings/image.h"
-#include "sim/pty_box.h"
 #include "workspace/BoostProgMain.h"
 
 namespace {
@@ -71,18 +68,9 @@ void Bench_Write(kx::sim::Pty_Box& box, int count, int stride) {
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
-  const QDir data = kx::bench::Data_Folder(argc, argv);
-  kx::sim::Pty_Box box{kx::sim::Line()};
-  if (const std::string trouble = box.Start(); !trouble.empty()) {
-    std::fprintf(stderr, "bench_link: %s\n", trouble.c_str());
-    return 1;
-  }
-  QTemporaryDir folder;
-  kx::bench::Enter_Bench_Folder(data, QDir(folder.path()), QString::fromStdString(box.Path()));
-  kx::platform::Qt_Seams seams;
-  seams.Install();
+  kx::bench::Box_Stand stand(kx::bench::Data_Folder(argc, argv));
   kx::BoostProgMain form;
   Bench_Read();
-  for (const int count : {0, 1, 10, 100}) Bench_Write(box, count, 1);
-  for (const int count : {10, 100}) Bench_Write(box, count, 2);
+  for (const int count : {0, 1, 10, 100}) Bench_Write(stand.Box(), count, 1);
+  for (const int count : {10, 100}) Bench_Write(stand.Box(), count, 2);
 }

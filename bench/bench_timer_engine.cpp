@@ -3,7 +3,6 @@
 // meanwhile.
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
@@ -14,11 +13,9 @@
 #include "boxlink/protocol.h"
 #include "boxlink/run_list.h"
 #include "boxlink/timer_engine.h"
-#include "platform/qt/qt_seams.h"
 #include "platform/seams.h"
 #include "settings/image.h"
 #include "settings/wait.h"
-#include "sim/pty_box.h"
 #include "workspace/BoostProgMain.h"
 
 namespace {
@@ -91,16 +88,7 @@ bool Bench_Write() {
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
-  const QDir data = kx::bench::Data_Folder(argc, argv);
-  kx::sim::Pty_Box box{kx::sim::Line()};
-  if (const std::string trouble = box.Start(); !trouble.empty()) {
-    std::fprintf(stderr, "bench_timer_engine: %s\n", trouble.c_str());
-    return 1;
-  }
-  QTemporaryDir folder;
-  kx::bench::Enter_Bench_Folder(data, QDir(folder.path()), QString::fromStdString(box.Path()));
-  kx::platform::Qt_Seams seams;
-  seams.Install();
+  kx::bench::Box_Stand stand(kx::bench::Data_Folder(argc, argv));
   Nobody nobody;
   kx::platform::seams.ask = &nobody;
   kx::BoostProgMain form;

@@ -3,7 +3,7 @@
 #include "boxlink/box_info.h"
 #include "boxlink/protocol.h"
 #include "settings/failure.h"
-#include "support/link_fixture.h"
+#include "support/sync_engine_fixture.h"
 
 namespace kx {
 namespace {
@@ -15,40 +15,6 @@ constexpr auto slave_question =
 constexpr auto dataset_question =
     "The System has different dataset ID (107) than currently selected in preferences (108), load anyway?\r\n"
     "(Dataset ID is not changed.)";
-
-class Sync_Engine : public test::Link_Fixture {
- protected:
-  Sync_Engine() {
-    card_data_file = "Track day.kxs";
-    refresh_hooks.update_all = [this] { refreshed_ += 'a'; };
-    refresh_hooks.update_tabs = [this] { refreshed_ += 't'; };
-  }
-  /// Every way out of a transfer leaves the line free and the modes unset.
-  void TearDown() override {
-    EXPECT_FALSE(Transfer_Running() || Verify_Mode || Write_Mode || Write_Verify);
-    EXPECT_EQ(MSComm1.PortOpen(), port_stays_open_);
-  }
-
-  void Set_Faults(const std::string& knobs) {
-    const auto parsed = sim::Parse_Faults(knobs);
-    ASSERT_EQ(parsed.Error, "");
-    line_.Set_Faults(parsed.Knobs);
-  }
-  [[nodiscard]] static std::string Journal() { return test::Without_Times(Debug_txt.Text()); }
-  [[nodiscard]] static std::string Status() { return test::Without_Times(rs232_text.Text()); }
-  std::uint8_t& Master(int i) { return Box().Master[static_cast<std::size_t>(i)]; }
-  std::uint8_t& Slave(int i) { return Box().Slave[static_cast<std::size_t>(i)]; }
-
-  /// What was sent to write, without the queries around it.
-  [[nodiscard]] std::string Written() const {
-    const std::string sent = port_.Sent();
-    const std::size_t first = sent.find("bw");
-    return first == std::string::npos ? "" : sent.substr(first, sent.find("ue") - first);
-  }
-
-  std::string refreshed_;
-  bool port_stays_open_ = false;
-};
 
 TEST_F(Sync_Engine, Read_Loads_The_Tune) {
   CardByte = {};
@@ -330,80 +296,6 @@ TEST_F(Sync_Engine, A_Slave_Without_An_Answer_Counts_As_The_Last_One_Read) {
   Verify_Settings_Click();
   EXPECT_EQ(Status(), "Verify finished T");
 }
-
-struct Interruption {
-  void (*click)();
-  const char* name;
-  std::size_t sent;  ///< characters after which it strikes
-};
-
-/// Faults that end a transfer in its middle, at every point of its conversation.
-class Sync_Interrupted : public Sync_Engine, public testing::WithParamInterface<Interruption> {
- protected:
-  /// Strikes with @p interrupt when so many characters have gone out; a write has ten bytes to send.
-  void Interrupt(const std::function<void()>& interrupt) {
-    for (int i = 40; i < 50; ++i) CardByte[i] ^= 1;
-    loop_.on_turn = [this, interrupt] {
-      if (port_.Sent().size() >= GetParam().sent) interrupt();
-    };
-  }
-  void Run() { GetParam().click(); }
-  [[nodiscard]] static std::string Aborted() { return GetParam().name + std::string(" aborted T"); }
-};
-
-TEST_P(Sync_Interrupted, A_Lost_Device_Ends_It) {
-  Box_Info_OK = true;
-  Interrupt([this] { port_.Lose(); });
-  const double start = clock_.Elapsed();
-  try {
-    Run();
-  } catch (const Failure& failure) {
-    EXPECT_STREQ(failure.what(), "Lost connection with USB port");
-  }
-  EXPECT_EQ(Status(), Aborted());
-  EXPECT_LT(clock_.Elapsed() - start, 2);
-}
-
-TEST_P(Sync_Interrupted, The_Closing_Of_The_Program_Ends_It_At_Once_Without_A_Box) {
-  double closed_at = 0;
-  Interrupt([&] {
-    if (!std::exchange(Closing, true)) closed_at = clock_.Elapsed();
-  });
-  Run();
-  EXPECT_TRUE(Closing);
-  EXPECT_LT(clock_.Elapsed() - closed_at, 0.003);
-  EXPECT_EQ(Status(), Aborted());
-}
-
-TEST_P(Sync_Interrupted, A_Second_Click_Is_Not_Entered) {
-  int clicks = 0;
-  Interrupt([&] {
-    ++clicks;
-    Read_Settings_Click();
-    Write_Settings_Click();
-    Verify_Settings_Click();
-    Connect_Info_Click();
-    Command3_Click();
-  });
-  const std::size_t opened = port_.opened.size();
-  Run();
-  EXPECT_GT(clicks, 0);
-  EXPECT_LE(port_.opened.size() - opened, 5U);
-  EXPECT_THAT(Status(), testing::AnyOf("Read finished T", "Verify failed T", "Write finished T"));
-}
-
-INSTANTIATE_TEST_SUITE_P(Everywhere, Sync_Interrupted,
-                         testing::Values(Interruption{Read_Settings_Click, "Read", 1},
-                                         Interruption{Read_Settings_Click, "Read", 3},
-                                         Interruption{Verify_Settings_Click, "Verify", 1},
-                                         Interruption{Verify_Settings_Click, "Verify", 4},
-                                         Interruption{Write_Settings_Click, "Write", 1},
-                                         Interruption{Write_Settings_Click, "Write", 4},
-                                         Interruption{Write_Settings_Click, "Write", 6},
-                                         Interruption{Write_Settings_Click, "Write", 9},
-                                         Interruption{Write_Settings_Click, "Write", 28},
-                                         Interruption{Write_Settings_Click, "Write", 31},
-                                         Interruption{Write_Settings_Click, "Write", 37}));
 
 }  // namespace
 }  // namespace kx

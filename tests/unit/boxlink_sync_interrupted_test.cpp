@@ -1,0 +1,85 @@
+#include "boxlink/box_info.h"
+#include "settings/failure.h"
+#include "support/sync_engine_fixture.h"
+
+namespace kx {
+namespace {
+
+using testing::HasSubstr;
+
+struct Interruption {
+  void (*click)();
+  const char* name;
+  std::size_t sent;  ///< characters after which it strikes
+};
+
+/// Faults that end a transfer in its middle, at every point of its conversation.
+class Sync_Interrupted : public Sync_Engine, public testing::WithParamInterface<Interruption> {
+ protected:
+  /// Strikes with @p interrupt when so many characters have gone out; a write has ten bytes to send.
+  void Interrupt(const std::function<void()>& interrupt) {
+    for (int i = 40; i < 50; ++i) CardByte[i] ^= 1;
+    loop_.on_turn = [this, interrupt] {
+      if (port_.Sent().size() >= GetParam().sent) interrupt();
+    };
+  }
+  void Run() { GetParam().click(); }
+  [[nodiscard]] static std::string Aborted() { return GetParam().name + std::string(" aborted T"); }
+};
+
+TEST_P(Sync_Interrupted, A_Lost_Device_Ends_It) {
+  Box_Info_OK = true;
+  Interrupt([this] { port_.Lose(); });
+  const double start = clock_.Elapsed();
+  try {
+    Run();
+  } catch (const Failure& failure) {
+    EXPECT_STREQ(failure.what(), "Lost connection with USB port");
+  }
+  EXPECT_EQ(Status(), Aborted());
+  EXPECT_LT(clock_.Elapsed() - start, 2);
+}
+
+TEST_P(Sync_Interrupted, The_Closing_Of_The_Program_Ends_It_At_Once_Without_A_Box) {
+  double closed_at = 0;
+  Interrupt([&] {
+    if (!std::exchange(Closing, true)) closed_at = clock_.Elapsed();
+  });
+  Run();
+  EXPECT_TRUE(Closing);
+  EXPECT_LT(clock_.Elapsed() - closed_at, 0.003);
+  EXPECT_EQ(Status(), Aborted());
+}
+
+TEST_P(Sync_Interrupted, A_Second_Click_Is_Not_Entered) {
+  int clicks = 0;
+  Interrupt([&] {
+    ++clicks;
+    Read_Settings_Click();
+    Write_Settings_Click();
+    Verify_Settings_Click();
+    Connect_Info_Click();
+    Command3_Click();
+  });
+  const std::size_t opened = port_.opened.size();
+  Run();
+  EXPECT_GT(clicks, 0);
+  EXPECT_LE(port_.opened.size() - opened, 5U);
+  EXPECT_THAT(Status(), testing::AnyOf("Read finished T", "Verify failed T", "Write finished T"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Everywhere, Sync_Interrupted,
+                         testing::Values(Interruption{Read_Settings_Click, "Read", 1},
+                                         Interruption{Read_Settings_Click, "Read", 3},
+                                         Interruption{Verify_Settings_Click, "Verify", 1},
+                                         Interruption{Verify_Settings_Click, "Verify", 4},
+                                         Interruption{Write_Settings_Click, "Write", 1},
+                                         Interruption{Write_Settings_Click, "Write", 4},
+                                         Interruption{Write_Settings_Click, "Write", 6},
+                                         Interruption{Write_Settings_Click, "Write", 9},
+                                         Interruption{Write_Settings_Click, "Write", 28},
+                                         Interruption{Write_Settings_Click, "Write", 31},
+                                         Interruption{Write_Settings_Click, "Write", 37}));
+
+}  // namespace
+}  // namespace kx
