@@ -10,18 +10,19 @@
 /// What the PC settings form KX_prefs offers and keeps: the box's COM port and the way to a card.
 namespace kx {
 
-/// One option of the card interface: its control, its word in the settings file, its caption.
+/// One option of the card interface.
 struct Interface_Option {
-  std::string_view control;
-  std::string_view word;
+  std::string_view control;  ///< in KX_prefs
+  std::string_view word;     ///< in the settings file
   std::string_view caption;
+  std::string_view frame;  ///< on the card side of SSTab_Communication
 };
 
 /// In the order in which toggle_interface goes through them.
 inline constexpr std::array interface_options{
-    Interface_Option{"interface_option_a", "SC_Reader", "Chipdrive Card Reader / Writer"},
-    Interface_Option{"interface_option_c", "KX_MapCard", "Box as Card Reader / Writer"},
-    Interface_Option{"interface_option_d", "TodosII_Reader", "TodosII Card Reader / Writer"},
+    Interface_Option{"interface_option_a", "SC_Reader", "Chipdrive Card Reader / Writer", "Frame1"},
+    Interface_Option{"interface_option_c", "KX_MapCard", "Box as Card Reader / Writer", "kx_crw_frame"},
+    Interface_Option{"interface_option_d", "TodosII_Reader", "TodosII Card Reader / Writer", "frame_Todos"},
 };
 
 /// Index of the option whose word is @p word; -1 for any other word, which selects no option.

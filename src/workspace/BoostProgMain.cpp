@@ -125,6 +125,8 @@ void BoostProgMain::Make_Menus() {
     toggle_interface();
     prefs_->Show_Interface();
   });
+  Entry(settings, "toggle_interface_box_chip", "Other side of the &link panel", QKeySequence("Ctrl+Shift+T"),
+        toggle_interface_box_chip);
   QAction* summary = settings->addAction("Setting &summary...", QKeySequence("F3"), this,
                                          [this] { summary_->Open_With_Box_Settings(); });
   summary->setObjectName("Setting_Summary");
@@ -150,6 +152,7 @@ void BoostProgMain::Set_Hooks() {
 
 void BoostProgMain::Show_Values() {
   general_->Show_Values();
+  communication_->Show_Values();
   for (Tables_Panel* panel : tables_) panel->Show_Values();
   controls_.Show_All();
   Apply_Availability();

@@ -1,10 +1,12 @@
 #include "workspace/update_views.h"
 
+#include "boxlink/preferences.h"
 #include "sensors/sensor_store.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
+#include "settings/session.h"
 #include "workspace/analog2.h"
 #include "workspace/box_settings.h"
 #include "workspace/cell_editing.h"
@@ -134,11 +136,18 @@ void Take_Conditions() {
   Temp_Sensor_Index = Get_Field(map::air_temperature_input) + 1;
 }
 
+/// A word without an option leaves the frame as it is.
+void Choose_Card_Frame() {
+  const int option = Option_Of_Interface(Default_Interface);
+  if (option >= 0) view_state.card_frame = option;
+}
+
 void Lay_Out_All();
 
 void Fill_All() {
   Undo_Busy = true;
   const bool preset_changed_bytes = Apply_Preset();
+  Choose_Card_Frame();
   Take_Conditions();
   Fill_Ignition_Tables();
   Fill_Fuel_Tables();
@@ -256,6 +265,12 @@ void Shown_Tab_Changed() {
 
 void Communication_Tab_Changed(int tab) {
   Write_Key(communication_key, tab == communication_tab::card ? card_communication : box_communication);
+}
+
+void toggle_interface_box_chip() {
+  const bool card_side = view_state.communication_tab == communication_tab::card;
+  Communication_Tab_Changed(card_side ? communication_tab::box : communication_tab::card);
+  Show_Right_Tabs();
 }
 
 }  // namespace kx

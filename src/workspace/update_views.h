@@ -12,4 +12,7 @@ void Shown_Tab_Changed();
 /// The user has changed the tab of SSTab_Communication; kept in the configuration.
 void Communication_Tab_Changed(int tab);
 
+/// Shows the other tab of SSTab_Communication and keeps it. Called by the menu.
+void toggle_interface_box_chip();
+
 }  // namespace kx

@@ -26,6 +26,7 @@ struct View_State {
   bool An2out_frame = true;          ///< else Label_Analog2_notification shows
   bool Frame_IG_RPM_MAFSIM = false;  ///< in place of Frame_Ignition_RPM_normal
   int communication_tab = 0;         ///< tab of SSTab_Communication: 0 card, 1 box
+  int card_frame = 0;                ///< index in interface_options of the card frame; Update_All sets it
   std::string Label41;               ///< help text of the ignition load tab
   std::string Label_IG_RPM;          ///< help text of the ignition RPM tab
   std::string Label_AN1;             ///< help text of the Analog 1 tab

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -11,6 +12,7 @@
 
 #include "form_fixture.h"
 #include "settings/image.h"
+#include "settings/ini_file_adm.h"
 #include "settings/session.h"
 #include "widgets/line_chart.h"
 #include "widgets/table_grid.h"
@@ -78,6 +80,30 @@ TEST_P(Every_Grid, Types_Steps_And_Draws) {
 
 INSTANTIATE_TEST_SUITE_P(All, Every_Grid, testing::ValuesIn(table_rows),
                          [](const auto& row) { return std::string(row.param.grid); });
+
+TEST_F(Main_Form, The_Card_Side_Shows_The_Frame_Of_The_Chosen_Interface) {
+  auto* sides = Find<QTabWidget>("SSTab_Communication");
+  EXPECT_EQ(sides->currentIndex(), 1) << "the shipped settings begin with the box";
+  Trigger("toggle_interface_box_chip");
+  EXPECT_EQ(sides->tabText(sides->currentIndex()), "MapCard");
+  EXPECT_EQ(Read_Key("Default_Com_interface"), "MapCard_Communication");
+  const auto shown = [this] {
+    QStringList frames;
+    for (const char* name : {"Frame1", "kx_crw_frame", "frame_Todos"}) {
+      if (Find<QGroupBox>(name)->isVisible()) frames << name;
+    }
+    return frames;
+  };
+  for (const char* frame : {"Frame1", "kx_crw_frame", "frame_Todos", "Frame1"}) {
+    EXPECT_EQ(shown(), QStringList(frame));
+    Trigger("toggle_interface");
+  }
+  Default_Interface = "Serial";
+  Update_All();
+  EXPECT_EQ(shown(), QStringList("kx_crw_frame")) << "a word without a frame leaves the one on show";
+  sides->setCurrentIndex(1);
+  EXPECT_EQ(Read_Key("Default_Com_interface"), "Box_Communication");
+}
 
 TEST_F(Main_Form, Rows_Are_Selected_By_Dragging_Shift_Arrows_And_The_Chart) {
   Show(Table::fuel_load);
