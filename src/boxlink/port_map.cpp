@@ -1,5 +1,6 @@
 #include "boxlink/port_map.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string_view>
@@ -31,20 +32,18 @@ std::string Mapped_Path(int com_number) {
   return {};
 }
 
-bool Is_Mapped(const std::string& path) {
-  for (int number = 1; number <= last_mapped_com; ++number)
-    if (Mapped_Path(number) == path) return true;
-  return false;
+bool Has_Number(const std::map<int, std::string>& paths, const std::string& path) {
+  return std::ranges::any_of(paths, [&](const auto& numbered) { return numbered.second == path; });
 }
 
-/// The @p index-th device, from 0, of those that the fixed map does not reach.
-std::string Further_Path(int index) {
-  for (const platform::Port_Device& device : platform::seams.port_devices->List()) {
-    if (Is_Mapped(device.path)) continue;
-    if (index-- == 0) return device.path;
-  }
-  return {};
+/// What the settings file puts under a number.
+std::map<int, std::string> Given_Paths() {
+  auto paths = Read_Numbered_Keys("com_device");
+  std::erase_if(paths, [](const auto& given) { return given.first < 1 || given.second.empty(); });
+  return paths;
 }
+
+bool Has_Com_Names() { return platform::seams.port_devices->Com() != nullptr; }
 
 std::string Missing_Help(int com_number, const std::string& device) {
   const std::string name = Com_Name(com_number);
@@ -59,11 +58,27 @@ std::string Missing_Help(int com_number, const std::string& device) {
 std::string Com_Name(int com_number) { return "COM" + std::to_string(com_number); }
 
 std::string Device_Path(int com_number) {
-  const auto given = Read_Key("com_device" + std::to_string(com_number));
-  if (given && !given->empty()) return *given;
+  if (com_number < 1) return {};
+  const auto given = Given_Paths();
+  if (const auto path = given.find(com_number); path != given.end()) return path->second;
+  if (Has_Com_Names()) return In_Device_Space(Com_Name(com_number));
   if (com_number <= last_mapped_com) return Mapped_Path(com_number);
-  return Further_Path(com_number - last_mapped_com - 1);
+  return Numbered_Paths()[com_number];
 }
+
+std::map<int, std::string> Numbered_Paths() {
+  auto paths = Given_Paths();
+  for (int number = 1; number <= last_mapped_com; ++number) paths.emplace(number, Mapped_Path(number));
+  int number = last_mapped_com;
+  for (const platform::Port_Device& device : platform::seams.port_devices->List()) {
+    if (Has_Number(paths, device.path)) continue;
+    while (paths.contains(number)) ++number;
+    paths.emplace(number, device.path);
+  }
+  return paths;
+}
+
+std::string In_Device_Space(const std::string& name) { return R"(\\.\)" + name; }
 
 std::string Open_Help(const platform::Port_Error& error, int com_number, const std::string& device) {
   switch (error.number) {

@@ -6,13 +6,11 @@
 #include <filesystem>
 #include <map>
 #include <optional>
-#include <set>
 #include <string_view>
 
 #include "boxlink/port_map.h"
 #include "platform/seams.h"
 #include "settings/failure.h"
-#include "settings/ini_file_adm.h"
 
 namespace kx {
 namespace {
@@ -21,12 +19,6 @@ using platform::Com_Services;
 using platform::Port_Device;
 using platform::Port_Interface;
 using Ports = std::vector<clsSerialPort>;
-
-/// How a port is opened by a name of the operating system.
-constexpr std::string_view device_space = R"(\\.\)";
-
-/// Lines com_device<n> are looked for up to this number, where other systems end too.
-constexpr int last_given_com = 256;
 
 constexpr int platform_nt = 2;
 constexpr int first_with_interfaces = 5;  // major version
@@ -62,7 +54,7 @@ Found Plain_Probe(std::int16_t count, const Filter& filter) {
     clsSerialPort port;
     port.COMx = static_cast<std::int16_t>(number);
     port.Name = port.COMxString();
-    port.DevPath = std::string(device_space) + port.Name;
+    port.DevPath = In_Device_Space(port.Name);
     found.Add_If(filter, std::move(port));
   }
   return found;
@@ -99,7 +91,7 @@ std::optional<clsSerialPort> Port_Of_Interface(const Port_Interface& row) {
   const auto number = Number_In_Friendly_Name(port.Name);
   if (!number) return {};
   port.COMx = *number;
-  port.DevPath = std::string(device_space) + port.COMxString();
+  port.DevPath = In_Device_Space(port.COMxString());
   return port;
 }
 
@@ -131,7 +123,7 @@ std::optional<clsSerialPort> Port_Of_Key(const Com_Services& com, const std::str
   if (!number) return {};
   clsSerialPort port;
   port.Name = com.Registry_Text(key, "FRIENDLYNAME").value_or(*port_name);
-  port.DevPath = std::string(device_space) + *port_name;
+  port.DevPath = In_Device_Space(*port_name);
   port.IsUsb = is_usb;
   port.COMx = *number;
   return port;
@@ -171,77 +163,36 @@ std::string Real_Path(const std::string& path) {
   return none ? path : real.string();
 }
 
-/// One look at the machine that stands in for it during an enumeration: the map of COM numbers asks for the
-/// devices again with each number, and what is plugged in meanwhile must not shift the numbers.
-class One_Look : public platform::Port_Devices {
- public:
-  One_Look() : machine_(*platform::seams.port_devices), rows_(machine_.List()) {
-    platform::seams.port_devices = this;
-  }
-  ~One_Look() override { platform::seams.port_devices = &machine_; }
-  One_Look(const One_Look&) = delete;
-  One_Look& operator=(const One_Look&) = delete;
-
-  [[nodiscard]] std::vector<Port_Device> List() const override { return rows_; }
-  [[nodiscard]] bool Exists(const std::string& port) const override { return machine_.Exists(port); }
-  [[nodiscard]] bool Is_Free(const std::string& port) const override { return machine_.Is_Free(port); }
-
- private:
-  platform::Port_Devices& machine_;
-  std::vector<Port_Device> rows_;
-};
-
-struct Numbered_Path {
-  int number;
-  std::string path;
-};
-
-/// What COM numbers stand for on a system without COM numbers of its own. Those that the settings file gives
-/// come first, so that a device has the number that the user chose for it.
-std::vector<Numbered_Path> Numbered_Paths() {
-  std::vector<Numbered_Path> result;
-  for (int number = 1; number <= last_given_com; ++number) {
-    auto given = Read_Key("com_device" + std::to_string(number)).value_or("");
-    if (!given.empty()) result.push_back({number, std::move(given)});
-  }
-  for (int number = 1; number <= last_mapped_com; ++number) result.push_back({number, Device_Path(number)});
-  std::string path;
-  for (int number = last_mapped_com + 1; !(path = Device_Path(number)).empty(); ++number) {
-    result.push_back({number, path});
-  }
-  return result;
-}
-
-/// The listed devices by what their paths lead to in the end.
-std::map<std::string, Port_Device> By_Real_Path(const std::vector<Port_Device>& rows) {
+/// The listed devices by what their paths lead to in the end: a number may stand for a link.
+std::map<std::string, Port_Device> By_Real_Path() {
   std::map<std::string, Port_Device> devices;
-  for (const Port_Device& device : rows) devices.emplace(Real_Path(device.path), device);
+  for (Port_Device& device : platform::seams.port_devices->List()) {
+    std::string real = Real_Path(device.path);
+    devices.emplace(std::move(real), std::move(device));
+  }
   return devices;
 }
 
 /// A device that says nothing of itself is described by its path.
-clsSerialPort Port_Of_Path(const Numbered_Path& numbered, const Port_Device& device) {
+clsSerialPort Port_Of_Path(int number, const std::string& path, const Port_Device& device) {
   clsSerialPort port;
-  port.COMx = static_cast<std::int16_t>(numbered.number);
-  port.Description = device.description.empty() ? numbered.path : device.description;
+  port.COMx = static_cast<std::int16_t>(number);
+  port.Description = device.description.empty() ? path : device.description;
   port.Name = port.Description + " (" + port.COMxString() + ")";
-  port.DevPath = numbered.path;
+  port.DevPath = path;
   port.IsUsb = device.is_usb;
   return port;
 }
 
-/// The present devices by their COM numbers, each device once.
+/// The COM numbers whose devices are present. A device that the settings file puts under one more number is
+/// there under both: both open it.
 Found Path_Way(const Filter& filter) {
-  const One_Look machine;
-  auto devices = By_Real_Path(machine.List());
+  auto devices = By_Real_Path();
   Found found;
-  std::set<std::string> listed;
-  for (const Numbered_Path& numbered : Numbered_Paths()) {
-    if (!machine.Exists(numbered.path)) continue;
-    const std::string real = Real_Path(numbered.path);
-    if (listed.insert(real).second) found.Add_If(filter, Port_Of_Path(numbered, devices[real]));
+  for (const auto& [number, path] : Numbered_Paths()) {
+    if (!platform::seams.port_devices->Exists(path)) continue;
+    found.Add_If(filter, Port_Of_Path(number, path, devices[Real_Path(path)]));
   }
-  std::ranges::sort(found.ports, {}, &clsSerialPort::COMx);
   return found;
 }
 

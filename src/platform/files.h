@@ -7,6 +7,7 @@ namespace kx::platform {
 /// Outcome of a file operation; an empty reason is success, else it is a text for the user.
 struct File_Result {
   std::string reason;
+  bool missing = false;  ///< the reason: there is no such file
   [[nodiscard]] bool Ok() const { return reason.empty(); }
 };
 

@@ -60,7 +60,7 @@ class Com_Services {
 };
 
 /// The serial devices of the machine. A port is named by its path, or by its COM name on a system that has
-/// Com_Services. None of the questions waits for a device or moves a line of a port that is in use.
+/// Com_Services. None of the questions opens a device, but for Is_Free where the system has no other answer.
 class Port_Devices {
  public:
   virtual ~Port_Devices() = default;

@@ -1,7 +1,7 @@
 #include "settings/ini_file_adm.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <charconv>
 #include <map>
 
 #include "platform/files.h"
@@ -76,9 +76,8 @@ std::string With_Unsaved(std::string bytes) {
 
 /// The file as it is, empty when it does not exist.
 platform::File_Result Read_File(std::string& bytes) {
-  std::error_code none;
-  if (!std::filesystem::exists(Ini_Path(), none) && !none) return {};
-  return platform::Read_Whole_File(Ini_Path(), bytes);
+  auto result = platform::Read_Whole_File(Ini_Path(), bytes);
+  return result.missing ? platform::File_Result{} : result;
 }
 
 /// What the program takes for the file: empty when it cannot be read.
@@ -123,6 +122,21 @@ std::optional<std::string> Read_Key(std::string_view key, int occurrence) {
     if (value && --occurrence == 0) return Text_Of_Value(*value);
   }
   return {};
+}
+
+std::map<int, std::string> Read_Numbered_Keys(std::string_view key) {
+  const std::string bytes = Contents();
+  std::map<int, std::string> values;
+  for (const std::string_view line : Lines_Of(Before_End_Of_Text(bytes))) {
+    const std::string_view name = line.substr(0, line.find('='));
+    const std::string_view digits = name.substr(std::min(key.size(), name.size()));
+    int number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error != std::errc() || end != digits.data() + digits.size()) continue;
+    const auto value = Value_Of(line, std::string(key) + std::to_string(number));
+    if (value) values.emplace(number, Text_Of_Value(*value));
+  }
+  return values;
 }
 
 std::string With_Key(std::string_view bytes, std::string_view key, std::string_view value) {

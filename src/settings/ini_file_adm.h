@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,6 +21,10 @@ namespace kx {
 
 /// Values of all lines with @p key, in one reading of the file.
 [[nodiscard]] std::vector<std::string> Read_Keys(std::string_view key);
+
+/// Values of the "key" + number + "=" lines by their numbers, the first line of each, in one reading of the
+/// file.
+[[nodiscard]] std::map<int, std::string> Read_Numbered_Keys(std::string_view key);
 
 /// Sets every "key=" line to @p value, or adds one at the end; all other lines keep their bytes. A missing
 /// file is made; a file that would not change is not written. The first write of a run that fails shows a

@@ -13,15 +13,10 @@
 #include "platform/seams.h"
 #include "settings/ini_file_adm.h"
 #include "settings/session.h"
+#include "support/listed_devices.h"
 
 namespace kx {
 namespace {
-
-class Pluggable_Devices : public platform::Port_Devices {
- public:
-  std::vector<platform::Port_Device> rows;
-  [[nodiscard]] std::vector<platform::Port_Device> List() const override { return rows; }
-};
 
 class Prefs_Form : public Form_Fixture {
  protected:
@@ -61,7 +56,7 @@ class Prefs_Form : public Form_Fixture {
     return names;
   }
 
-  Pluggable_Devices devices_;
+  test::Listed_Devices devices_;
   std::unique_ptr<KX_prefs> prefs_;
 };
 

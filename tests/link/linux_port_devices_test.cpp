@@ -39,7 +39,8 @@ class Kernel_Tree : public testing::Test {
   }
   [[nodiscard]] std::vector<std::string> Listed() const {
     std::vector<std::string> texts;
-    for (const Port_Device& row : Linux_Port_Devices(folder_.Path("class/tty/")).List()) {
+    for (const Port_Device& row :
+         Linux_Port_Devices(folder_.Path("class/tty/"), folder_.Path("notes/")).List()) {
       texts.push_back(row.path + "|" + row.name + "|" + row.description + (row.is_usb ? "|usb" : ""));
     }
     return texts;
@@ -51,16 +52,21 @@ class Kernel_Tree : public testing::Test {
 TEST_F(Kernel_Tree, Ports_Are_What_Has_A_Device_Behind_It) {
   Add_Usb_Adapter("pci0/usb1/1-2", "USB Serial Converter");
   Add_Usb_Adapter("pci0/usb1/1-3", "");
+  fs::create_directories(folder_.Path("notes"));
+  folder_.Write("notes/c188:7", "S:serial\nE:ID_MODEL=KX_box\nE:ID_MODEL_ENC=KX\\x20box\\xc3\\xa9\\x\n");
   Add("tty1", "virtual");
   Add("ptmx", "virtual");
   Add("ttyS0", "pnp0/00:01", "4");
   Add("ttyS1", "platform/serial8250", "0");
   Add("ttyUSB10", "pci0/usb1/1-2/1-2:1.0/ttyUSB10");
   Add("ttyUSB2", "pci0/usb1/1-2/1-2:1.1/ttyUSB2");
+  Add("ttyUSB7", "pci0/usb1/1-2/1-2:1.2/ttyUSB7");
+  folder_.Write("devices/pci0/usb1/1-2/1-2:1.2/ttyUSB7/tty/ttyUSB7/dev", "188:7\n");
   Add("ttyACM0", "pci0/usb1/1-3/1-3:1.0");
   Add("rfcomm0", "virtual");
   EXPECT_THAT(Listed(), ElementsAre("/dev/rfcomm0|rfcomm0|", "/dev/ttyACM0|ttyACM0||usb", "/dev/ttyS0|ttyS0|",
                                     "/dev/ttyUSB2|ttyUSB2|USB Serial Converter|usb",
+                                    "/dev/ttyUSB7|ttyUSB7|KX box\xC3\xA9\\x|usb",
                                     "/dev/ttyUSB10|ttyUSB10|USB Serial Converter|usb"));
   EXPECT_THAT(Linux_Port_Devices("/no/such/folder/").List(), testing::IsEmpty());
 }

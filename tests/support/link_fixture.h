@@ -17,6 +17,7 @@
 #include "settings/session.h"
 #include "sim/line.h"
 #include "support/in_process_loop.h"
+#include "support/listed_devices.h"
 #include "support/queued_answers.h"
 #include "support/scripted_serial_port.h"
 #include "support/stepped_clock.h"
@@ -65,13 +66,6 @@ inline std::string Without_Times(std::string text) {
     text.replace(at, 2, "|");
   return text;
 }
-
-/// A list of devices that a test fills in.
-class Listed_Devices : public platform::Port_Devices {
- public:
-  std::vector<platform::Port_Device> rows;
-  [[nodiscard]] std::vector<platform::Port_Device> List() const override { return rows; }
-};
 
 /// The link in its first state, COM9 as the port, boxes answered by the test, an own settings file.
 class Link_State_Fixture : public testing::Test {

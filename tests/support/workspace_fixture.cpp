@@ -17,6 +17,7 @@ void Workspace_Fixture::SetUp() {
   platform::seams.ask = &ask_;
   platform::seams.serial_port = &port_;
   platform::seams.desktop = &desktop_;
+  platform::seams.port_devices = &devices_;
   std::filesystem::copy(KXBENCH_DATA, folder_.Path(), std::filesystem::copy_options::recursive);
   Prepare_Start();
   start_dir = folder_.Path() + "/";

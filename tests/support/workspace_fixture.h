@@ -6,6 +6,7 @@
 
 #include "platform/desktop.h"
 #include "support/in_process_loop.h"
+#include "support/listed_devices.h"
 #include "support/queued_answers.h"
 #include "support/scripted_serial_port.h"
 #include "support/stepped_clock.h"
@@ -47,6 +48,7 @@ class Workspace_Fixture : public testing::Test {
   test::Scripted_Serial_Port port_;
   test::Queued_Answers ask_;
   Kept_Desktop desktop_;
+  test::Listed_Devices devices_;
 };
 
 }  // namespace kx

@@ -37,6 +37,33 @@ TEST_F(Port_Map, A_Line_Of_The_Settings_File_Overrides_Any_Number) {
   EXPECT_EQ(Device_Path(9), "/dev/serial/by-id/box");
   EXPECT_EQ(Device_Path(40), "/dev/pts/7");
   EXPECT_EQ(Device_Path(5), "/dev/ttyUSB0");
+  devices_.rows = {{"/dev/ttyUSB8", "", ""}, {"/dev/ttyUSB9", "", ""}};
+  folder_.Write("test.ini", "com_device17=/dev/pts/7\r\ncom_device3=/dev/ttyUSB8\r\ncom_device-1=x\r\n");
+  EXPECT_EQ(Device_Path(17), "/dev/pts/7");
+  EXPECT_EQ(Device_Path(18), "/dev/ttyUSB9") << "neither hidden nor counted twice";
+  EXPECT_EQ(Device_Path(-1), "");
+}
+
+TEST_F(Port_Map, A_System_With_Com_Names_Opens_Those) {
+  class Com_Names : public platform::Port_Devices, public platform::Com_Services {
+   public:
+    [[nodiscard]] std::vector<platform::Port_Device> List() const override { return {}; }
+    [[nodiscard]] const Com_Services* Com() const override { return this; }
+    [[nodiscard]] std::optional<platform::System_Version> Version() const override { return {}; }
+    [[nodiscard]] platform::Listing<platform::Port_Interface> Interfaces() const override { return {}; }
+    [[nodiscard]] platform::Listing<std::string> Registry_Keys(const std::string&) const override {
+      return {};
+    }
+    [[nodiscard]] std::optional<std::string> Registry_Text(const std::string&,
+                                                           const std::string&) const override {
+      return {};
+    }
+  } com;
+  platform::seams.port_devices = &com;
+  folder_.Write("test.ini", "com_device4=\\\\.\\CNCB0\r\n");
+  EXPECT_EQ(Device_Path(4), R"(\\.\CNCB0)");
+  EXPECT_EQ(Device_Path(23), R"(\\.\COM23)");
+  EXPECT_EQ(Device_Path(0), "");
 }
 
 TEST_F(Port_Map, Tells_What_Helps_When_A_Port_Does_Not_Open) {

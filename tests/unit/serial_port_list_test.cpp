@@ -273,26 +273,29 @@ TEST_F(Serial_Ports, Devices_With_Paths_Have_The_Numbers_That_Open_Them) {
   recorded_.existing = {"/dev/pts/7"};
   EXPECT_THAT(
       Enumerated(),
-      ElementsAre("1|/dev/ttyS0 (COM1)|/dev/ttyS0|/dev/ttyS0", "9|/dev/pts/7 (COM9)|/dev/pts/7|/dev/pts/7",
-                  "13|KX box (COM13)|KX box|/dev/ttyACM0|usb", "17|Fifth (COM17)|Fifth|/dev/ttyACM4|usb",
-                  "18|Tenth (COM18)|Tenth|/dev/ttyUSB9|usb", "40|First (COM40)|First|/dev/ttyUSB0|usb"));
+      ElementsAre("1|/dev/ttyS0 (COM1)|/dev/ttyS0|/dev/ttyS0", "5|First (COM5)|First|/dev/ttyUSB0|usb",
+                  "9|/dev/pts/7 (COM9)|/dev/pts/7|/dev/pts/7", "13|KX box (COM13)|KX box|/dev/ttyACM0|usb",
+                  "17|Fifth (COM17)|Fifth|/dev/ttyACM4|usb",
+                  "18|Its number is given away (COM18)|Its number is given away|/dev/ttyUSB4|usb",
+                  "19|Tenth (COM19)|Tenth|/dev/ttyUSB9|usb", "40|First (COM40)|First|/dev/ttyUSB0|usb"));
   for (int index = 1; index <= ports_.PortCount(); ++index) {
     EXPECT_EQ(Device_Path(ports_.port(index).COMx), ports_.port(index).DevPath);
   }
   recorded_.busy = {"/dev/pts/7", "/dev/ttyS0"};
   Enumerated(16, false, true);
-  EXPECT_THAT(Numbers(ports_), ElementsAre(13, 17, 18, 40));
+  EXPECT_THAT(Numbers(ports_), ElementsAre(5, 13, 17, 18, 19, 40));
 }
 
 /// Links made by the system's device manager name an adapter for good; the box's port may be one.
-TEST_F(Serial_Ports, A_Device_Under_Two_Names_Is_Listed_Once) {
+TEST_F(Serial_Ports, A_Link_Is_Described_By_Its_Device) {
   const std::string device = folder_.Write("device", "");
   const std::string link = folder_.Path("link");
   std::filesystem::create_symlink(device, link);
   recorded_.rows = {{device, "device", "Adapter", true}};
   recorded_.existing = {link};
   folder_.Write("test.ini", "com_device6=" + link + "\r\ncom_device7=" + device + "\r\n");
-  EXPECT_THAT(Enumerated(), ElementsAre("6|Adapter (COM6)|Adapter|" + link + "|usb"));
+  EXPECT_THAT(Enumerated(), ElementsAre("6|Adapter (COM6)|Adapter|" + link + "|usb",
+                                        "7|Adapter (COM7)|Adapter|" + device + "|usb"));
 }
 
 class Preferences : public Serial_Ports {

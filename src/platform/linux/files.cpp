@@ -12,7 +12,7 @@
 namespace kx::platform {
 namespace {
 
-File_Result Failed(const std::string& path) { return {path + ": " + std::strerror(errno)}; }
+File_Result Failed(const std::string& path) { return {path + ": " + std::strerror(errno), errno == ENOENT}; }
 
 /// True when all of @p bytes went to the descriptor.
 bool Write_All(int descriptor, const std::string& bytes) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -44,10 +45,16 @@ fs::path Usb_Device(const fs::path& place) {
   return {};
 }
 
-Port_Device Row(const fs::path& place) {
-  const std::string name = place.filename().string();
-  const fs::path usb = Usb_Device(place);
-  return {"/dev/" + name, name, usb.empty() ? "" : First_Line(usb / "product"), !usb.empty()};
+/// @p text with "\x20" and the like as the characters that they stand for.
+std::string Without_Escapes(std::string_view text) {
+  std::string plain;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const std::string_view digits = text.substr(at).starts_with("\\x") ? text.substr(at + 2, 2) : "";
+    int code = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), code, 16).ec == std::errc()) at += 3;
+    plain += code == 0 ? text[at] : static_cast<char>(code);
+  }
+  return plain;
 }
 
 /// Kind and number of a device: "ttyUSB10" gives "ttyUSB" and "10". Longer numbers come later.
@@ -92,6 +99,26 @@ bool Is_Locked(const std::string& path) {
 /// The kernel keeps places for serial chips that the machine does not have; their chip type is 0.
 bool Linux_Port_Devices::Has_Hardware(const std::string& name) const {
   return First_Line(registry_ + name + "/type") != "0";
+}
+
+/// What the device manager has noted when the device came. The kernel has the text too, but asking for it
+/// waits for a device that is being reset or has stopped to answer.
+std::string Linux_Port_Devices::Noted_Model(const std::string& device_number) const {
+  constexpr std::string_view key = "E:ID_MODEL_ENC=";
+  std::ifstream file(notes_ + "c" + device_number);
+  for (std::string line; std::getline(file, line);) {
+    if (line.starts_with(key)) return Without_Escapes(std::string_view(line).substr(key.size()));
+  }
+  return {};
+}
+
+Port_Device Linux_Port_Devices::Row(const std::filesystem::path& place) const {
+  const std::string name = place.filename().string();
+  const fs::path usb = Usb_Device(place);
+  if (usb.empty()) return {"/dev/" + name, name, "", false};
+  std::string model = Noted_Model(First_Line(place / "dev"));
+  if (model.empty()) model = First_Line(usb / "product");
+  return {"/dev/" + name, name, model, true};
 }
 
 std::vector<Port_Device> Linux_Port_Devices::List() const {

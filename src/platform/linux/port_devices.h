@@ -1,5 +1,8 @@
 #pragma once
 
+#include <filesystem>
+#include <string>
+
 #include "platform/port_devices.h"
 
 namespace kx::platform {
@@ -9,8 +12,10 @@ namespace kx::platform {
 /// holds would seem to be gone.
 class Linux_Port_Devices : public Port_Devices {
  public:
-  /// @p registry holds a folder for each terminal device.
-  explicit Linux_Port_Devices(std::string registry = "/sys/class/tty/") : registry_(std::move(registry)) {}
+  /// @p registry holds the kernel's folder for each terminal device, @p notes the file that the device
+  /// manager keeps for each device.
+  explicit Linux_Port_Devices(std::string registry = "/sys/class/tty/", std::string notes = "/run/udev/data/")
+      : registry_(std::move(registry)), notes_(std::move(notes)) {}
 
   [[nodiscard]] std::vector<Port_Device> List() const override;
 
@@ -23,7 +28,11 @@ class Linux_Port_Devices : public Port_Devices {
  private:
   [[nodiscard]] bool Has_Hardware(const std::string& name) const;
 
+  [[nodiscard]] Port_Device Row(const std::filesystem::path& place) const;
+  [[nodiscard]] std::string Noted_Model(const std::string& device_number) const;
+
   std::string registry_;
+  std::string notes_;
 };
 
 }  // namespace kx::platform

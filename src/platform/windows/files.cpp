@@ -12,7 +12,9 @@
 namespace kx::platform {
 namespace {
 
-File_Result Failed(const std::string& path, DWORD reason) { return {path + ": " + Message_Of(reason)}; }
+File_Result Failed(const std::string& path, DWORD reason) {
+  return {path + ": " + Message_Of(reason), reason == ERROR_FILE_NOT_FOUND || reason == ERROR_PATH_NOT_FOUND};
+}
 
 /// An open file, closed at the end of its life.
 class Open_File {

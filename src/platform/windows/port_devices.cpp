@@ -87,9 +87,10 @@ bool Windows_Port_Devices::Exists(const std::string& port) const {
          config.head.dwProviderSubType == PST_RS232;
 }
 
+/// Names of more than one digit open in the device space only.
 bool Windows_Port_Devices::Is_Free(const std::string& port) const {
   const HANDLE handle =
-      CreateFileA(port.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+      CreateFileA((R"(\\.\)" + port).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
   return handle != INVALID_HANDLE_VALUE && CloseHandle(handle) != 0;
 }
 
