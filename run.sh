@@ -8,7 +8,7 @@ usage() {
   cat << 'TEXT'
 Usage: ./run.sh [FOLDER] [--slave]
   FOLDER   the folder to work in, made if need be (else bench-data/)
-  --slave  the simulated box has a slave
+  --slave  the simulated box has a slave, whose tune differs from the box's
 TEXT
 }
 
@@ -21,7 +21,7 @@ folder=
 box_options=()
 for argument; do
   case $argument in
-    --slave) box_options+=(--slave) ;;
+    --slave) box_options+=(--slave-image "$root/data/demo.kxs") ;;
     --help | -h) usage && exit 0 ;;
     -*) usage >&2 && fail "unknown option $argument" ;;
     *)

@@ -62,7 +62,8 @@ std::string Listen(double seconds) {
   const Wait_Limit limit(seconds);
   do {
     Do_Events();
-    if (MSComm1.PortOpen()) received += MSComm1.Input();
+    Fail_If_Ended();
+    if (MSComm1.PortOpen() || MSComm1.Lost()) received += MSComm1.Input();
   } while (!limit.Passed());
   return received;
 }
@@ -90,7 +91,11 @@ bool Query_Connected_Box() {
   Debug_txt.Set("");
   if (!Open_For_Transfer()) return false;
   Drop_Input();
-  Get_Box_Info();
+  try {
+    Get_Box_Info();
+  } catch (const Transfer_Ended&) {
+    return false;
+  }
   return Box_Info_OK;
 }
 

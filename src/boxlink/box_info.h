@@ -37,7 +37,7 @@ struct Box_Info {
 
 /// Asks the box who it is and fills the items above. Listens for 0.05 s, which is all the time that the box
 /// gets; handlers may run meanwhile. The port must be open and old text taken away.
-/// Throws Failure when the device is lost.
+/// Throws Failure when the device is lost, Transfer_Ended as soon as the operation is to end.
 void Get_Box_Info();
 
 /// "Info": asks the box and shows its summary. The port is left as it was found.

@@ -5,6 +5,7 @@
 #include "boxlink/port_map.h"
 #include "boxlink/timer_engine.h"
 #include "settings/message.h"
+#include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/wait.h"
 
@@ -17,6 +18,8 @@ std::function<void()> on_transfer_change;
 namespace {
 
 bool transfer_running = false;
+bool end_asked = false;
+int transfer_port = 1;  // COM number that the operation began with
 bool communication_box_open = false;
 
 void Set_Transfer_Running(bool running) {
@@ -24,25 +27,41 @@ void Set_Transfer_Running(bool running) {
   if (on_transfer_change) on_transfer_change();
 }
 
+bool Ended() { return Closing || (transfer_running && end_asked); }
+
+/// COM number of the open port, else of the one to open.
+int Port_Number() {
+  if (MSComm1.PortOpen() || MSComm1.Lost()) return MSComm1.CommPort();
+  return transfer_running ? transfer_port : Com_Port_Number;
+}
+
+/// The port may be open from before another one was chosen.
+void Leave_Other_Port() {
+  if (MSComm1.PortOpen() && MSComm1.CommPort() != Com_Port_Number) MSComm1.Set_PortOpen(false);
+}
+
 void Report_Port(std::string_view end) {
-  rs232_text.Set(std::string(words::port_word) + std::to_string(Com_Port_Number) + std::string(end));
+  rs232_text.Set(std::string(words::port_word) + std::to_string(Port_Number()) + std::string(end));
 }
 
 }  // namespace
 
 bool Open_For_Transfer() {
+  if (Ended()) return false;
   if (MSComm1.PortOpen()) return true;
-  MSComm1.Set_CommPort(Com_Port_Number);
+  const int number = Port_Number();
+  MSComm1.Set_CommPort(number);
   MSComm1.Set_Settings(line_settings);
   const platform::Port_Error error = MSComm1.Set_PortOpen(true);
-  rs232_tool_tip.Set(Open_Help(error, Com_Port_Number, MSComm1.Device()));
+  rs232_tool_tip.Set(Open_Help(error, number, MSComm1.Device()));
   if (error.Ok()) return true;
   Box_Info_OK = false;
-  rs232_text.Set(std::string(words::failed_to_open) + std::to_string(Com_Port_Number) + " >");
+  rs232_text.Set(std::string(words::failed_to_open) + std::to_string(number) + " >");
   return false;
 }
 
 void Open_Box_Port() {
+  Leave_Other_Port();
   Report_Port(words::port_open_end);
   (void)Open_For_Transfer();
 }
@@ -55,6 +74,7 @@ void Close_Box_Port() {
 }
 
 void Com_knapp2_Click() {
+  End_Transfer();
   Stop_Timer_Engine();
   Close_Box_Port();
 }
@@ -81,19 +101,30 @@ bool Send_Wait_Rec(std::string_view command, double limit, int wanted, std::stri
   bool passed = false;
   while (!passed) {
     Do_Events();
+    Fail_If_Ended();
     passed = wait.Passed();  // before the last look at the port: what came in time counts
     received += MSComm1.Input();
     if (received.size() < static_cast<std::size_t>(wanted)) continue;
     Do_Events();
+    Fail_If_Ended();
     return true;
   }
   return false;
+}
+
+void End_Transfer() { end_asked = true; }
+
+void Fail_If_Ended() {
+  if (Ended()) throw Transfer_Ended();
 }
 
 bool Transfer_Running() { return transfer_running; }
 
 bool Take_Line() {
   if (transfer_running) return false;
+  Leave_Other_Port();
+  transfer_port = Com_Port_Number;
+  end_asked = false;
   Set_Transfer_Running(true);
   return true;
 }

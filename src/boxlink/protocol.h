@@ -15,7 +15,7 @@ extern bool Box_Info_OK;
 extern bool Quiet_Close;
 
 /// Opens the port when it is closed. When that fails the status says so, its tool tip what helps, and the
-/// operation of the caller ends.
+/// operation of the caller ends; it ends without a word when it was asked to.
 [[nodiscard]] bool Open_For_Transfer();
 
 /// Reports the port as open and opens it when it is closed.
@@ -24,7 +24,7 @@ void Open_Box_Port();
 /// Closes an open port and reports it, unless Quiet_Close is set.
 void Close_Box_Port();
 
-/// "Close port": the same, and the end of a timer-driven transfer.
+/// "Close port": the same, and the end of the transfer that runs.
 void Com_knapp2_Click();
 
 /// Receive event of the port: tells of line errors, one box at a time; errors meanwhile are dropped.
@@ -38,10 +38,21 @@ void Drop_Input();
 ///
 /// What was waiting before stays at the head of @p received and counts; who must not see it takes it away
 /// first. On a time-out @p received keeps what came. With the port closed a box says so and @p received stays
-/// as it is. Ends at once when the program closes.
+/// as it is.
 /// @return true when the wanted length was reached.
-/// Throws Failure when the device is lost.
+/// Throws Failure when the device is lost, Transfer_Ended as soon as the operation is to end.
 bool Send_Wait_Rec(std::string_view command, double limit, int wanted, std::string& received);
+
+/// Unwinds an operation that is to end before its time: the program is closing, or its user has closed the
+/// port. Each operation catches its own.
+struct Transfer_Ended {};
+
+/// Asks the operation that has the line to end at its next wait.
+void End_Transfer();
+
+/// To be called after every box and turn of the event loop: throws Transfer_Ended when the operation is to
+/// end.
+void Fail_If_Ended();
 
 /// True while an operation has the line to itself.
 [[nodiscard]] bool Transfer_Running();
@@ -49,7 +60,8 @@ bool Send_Wait_Rec(std::string_view command, double limit, int wanted, std::stri
 /// Called whenever Transfer_Running changes, for the controls that start a transfer; must not throw.
 extern std::function<void()> on_transfer_change;
 
-/// Takes the line for an operation that goes on after its handler. False when another has it already.
+/// Takes the line for an operation that goes on after its handler. False when another has it already. The
+/// operation keeps to the COM number that is chosen now; an open port of another number is closed.
 [[nodiscard]] bool Take_Line();
 
 /// Ends what Take_Line began.

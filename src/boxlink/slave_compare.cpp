@@ -3,6 +3,7 @@
 #include "boxlink/image_block.h"
 #include "boxlink/link_state.h"
 #include "boxlink/link_texts.h"
+#include "boxlink/protocol.h"
 #include "boxlink/sync_steps.h"
 #include "settings/wait.h"
 
@@ -46,6 +47,7 @@ bool Compare_Slave() {
   Fetch_Slave();
   bool mismatch = Compare_Bytes();
   Do_Events();
+  Fail_If_Ended();
   mismatch |= Needs_Slave_Mode();
   Add_To_Journal(mismatch ? "Some slave miss match" : "No slave miss match");
   return mismatch;

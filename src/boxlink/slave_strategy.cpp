@@ -1,6 +1,7 @@
 #include "boxlink/slave_strategy.h"
 
 #include <string>
+#include <utility>
 
 #include "boxlink/image_block.h"
 #include "boxlink/link_state.h"
@@ -20,9 +21,8 @@ constexpr int info_wanted = 90;      // characters of a box's information, at le
 bool Answered(std::string_view command, int wanted, const std::string& error) {
   std::string received;
   const bool enough = Send_Wait_Rec(command, check_limit, wanted, received);
-  timer::Fail_If_Ended();
   if (!enough) Tell(error);
-  timer::Fail_If_Ended();
+  Fail_If_Ended();
   return enough;
 }
 
@@ -43,9 +43,10 @@ void Report_Equal_Slave() {
   End_Slave_Phase();
 }
 
-void Report_Differing_Slave(const std::string& runs) {
+/// A repair behind which no fewer bytes differ would go on for ever: the slave does not take them.
+void Report_Differing_Slave(const std::string& runs, bool repaired) {
   rs232_text.Set(words::slave_differs);
-  if (runs == Run_List) return End_Slave_Phase();
+  if (repaired && runs.size() >= Run_List.size()) return End_Slave_Phase();
   Write_Mode = true;
   Slave_Write = true;
   Run_List = runs;
@@ -70,12 +71,12 @@ bool Check_Slave_Data_Strategy() {
 }
 
 void MasterSlaveCompare() {
-  Slave_Write = false;
+  const bool repaired = std::exchange(Slave_Write, false);
   Slave_Image[map::slave_mode.byte] &= static_cast<std::uint8_t>(~map::slave_mode.mask);
   const auto offsets = Differing_Offsets(CardByte, Slave_Image);
   Fill_Slave_Table(offsets);
   Slave_Run_No = 0;
-  offsets.empty() ? Report_Equal_Slave() : Report_Differing_Slave(Slave_Run_List(offsets));
+  offsets.empty() ? Report_Equal_Slave() : Report_Differing_Slave(Slave_Run_List(offsets), repaired);
 }
 
 }  // namespace kx

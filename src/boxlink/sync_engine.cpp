@@ -23,7 +23,7 @@ void Run(void (*transfer)(), std::string_view aborted) {
   } const modes;
   try {
     transfer();
-  } catch (const sync::Program_Closing&) {
+  } catch (const Transfer_Ended&) {
     End_Early(aborted);
   } catch (...) {
     End_Early(aborted);

@@ -44,15 +44,9 @@ void Load(const std::string& digits) {
 
 }  // namespace
 
-bool Exchange(std::string_view command, double limit, int wanted, std::string& received) {
-  const bool enough = Send_Wait_Rec(command, limit, wanted, received);
-  if (Closing) throw Program_Closing();
-  return enough;
-}
-
 bool Fetch_Digits(std::string_view command, char marker, std::string& digits) {
   std::string received;
-  if (!Exchange(command, image_limit, image_block_length, received)) return false;
+  if (!Send_Wait_Rec(command, image_limit, image_block_length, received)) return false;
   auto found = Image_Digits(received, marker);
   if (!found) return false;
   digits = std::move(*found);
@@ -63,8 +57,8 @@ bool Open_And_Ask() {
   if (!Open_For_Transfer()) return false;
   Drop_Input();
   Do_Events();
+  Fail_If_Ended();
   Get_Box_Info();
-  if (Closing) throw Program_Closing();
   return true;
 }
 

@@ -6,12 +6,6 @@
 /// Steps that the three transfers of the synchronous engine are made of, for use inside one of them.
 namespace kx::sync {
 
-/// Ends a transfer whose program is closing; never leaves the engine.
-struct Program_Closing {};
-
-/// Send_Wait_Rec that gives up when the program closes, by Program_Closing.
-bool Exchange(std::string_view command, double limit, int wanted, std::string& received);
-
 /// Asks for an image with @p command and takes its digits behind @p marker.
 /// @return true when a whole image came.
 bool Fetch_Digits(std::string_view command, char marker, std::string& digits);

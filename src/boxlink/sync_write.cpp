@@ -30,7 +30,7 @@ bool Slave_Mode_Accepted() {
 std::string Answer_To(std::string_view command, double limit, int wanted) {
   if (!MSComm1.PortOpen() && !MSComm1.Lost()) throw Failure("Port not open");
   std::string answer;
-  Exchange(command, limit, wanted, answer);
+  (void)Send_Wait_Rec(command, limit, wanted, answer);
   return answer;
 }
 
@@ -60,6 +60,7 @@ void End_Run() {
   const Wait_Limit limit(0.1);
   while (answer.ends_with('\r') && !limit.Passed()) {
     Do_Events();
+    Fail_If_Ended();
     answer += MSComm1.Input();
   }
 }
@@ -75,6 +76,7 @@ void Send_Marked_Bytes(Write_Log& log) {
     }
     if (!Marked(i + 1)) End_Run();
     Do_Events();
+    Fail_If_Ended();
   }
 }
 
@@ -83,7 +85,7 @@ void Send_Marked_Bytes(Write_Log& log) {
 void Send_End(int number, Write_Log& log) {
   std::string answer;
   Drop_Input();
-  Exchange("ue", 1.5, 3, answer);
+  (void)Send_Wait_Rec("ue", 1.5, 3, answer);
   const std::string name = "UE" + std::to_string(number);
   log.failed = !answer.starts_with("ue*");
   log.Add(log.failed ? name + " error " + From_Latin_1(answer) : name + " OK ");
@@ -108,6 +110,7 @@ void Send_All() {
   Send_End(1, log);
   Send_End(2, log);
   Read_Back();
+  Fail_If_Ended();
   MSComm1.Set_PortOpen(true);
   Send_End(3, log);
   MSComm1.Set_PortOpen(false);
@@ -125,7 +128,11 @@ void Write() {
   if (!Box_Info_OK) return Report_Step(words::write_aborted);
   rs232_text.Set(words::writing);
   Do_Events();
-  if (!Open_For_Transfer()) return Report_Step(words::write_aborted);
+  Fail_If_Ended();
+  if (!Open_For_Transfer()) {
+    Add_To_Journal(rs232_text.Text());
+    return Report_Step(words::write_aborted);
+  }
   Send_All();
 }
 

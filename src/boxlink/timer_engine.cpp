@@ -23,7 +23,6 @@ std::unique_ptr<platform::Interval_Timer> Timer_TX;
 std::unique_ptr<platform::Interval_Timer> Timer_RX;
 bool engine_running = false;
 bool inside_step = false;  // a click or tick of ours is under way, perhaps waiting
-bool end_asked = false;    // it is to unwind as soon as its wait is over
 
 std::unique_ptr<platform::Interval_Timer> Make_Timer(void (*tick)()) {
   auto made = platform::seams.event_loop->Make_Timer();
@@ -57,9 +56,9 @@ class Step {
 void Run(void (*step)()) {
   const Step running;
   try {
-    timer::Fail_If_Ended();
+    Fail_If_Ended();
     step();
-  } catch (const timer::Ended&) {
+  } catch (const Transfer_Ended&) {
     timer::Rest();
   } catch (...) {
     timer::Fail();
@@ -70,7 +69,6 @@ void Run(void (*step)()) {
 void Click(void (*step)()) {
   if (!Take_Line()) return;
   engine_running = true;
-  end_asked = false;
   Clear_Slave_Phase();
   if (!Timer_TX) Timer_TX = Make_Timer(Timer_TX_Tick);
   if (!Timer_RX) Timer_RX = Make_Timer(Timer_RX_Tick);
@@ -85,7 +83,7 @@ void Start_Verify() {
 void Start_Write() {
   if (!Check_Slave_Data_Strategy()) return;
   if (Get_Field(map::slave_mode) == 1) Tell("This setting will set ChargeMarshal to slave");
-  timer::Fail_If_Ended();
+  Fail_If_Ended();
   Stamp_Image();
   Write_Mode = true;
   Start_Verify();
@@ -94,10 +92,6 @@ void Start_Write() {
 }  // namespace
 
 namespace timer {
-
-void Fail_If_Ended() {
-  if (end_asked || Closing) throw Ended();
-}
 
 void Talk() {
   Timer_RX->Set_Enabled(false);
@@ -140,7 +134,6 @@ void Start_Read() {
   if (!Open_For_Transfer()) return;
   Drop_Input();
   Get_Box_Info();
-  Fail_If_Ended();
   Send(Slave_Pass && Slave_Needed ? "rs" : "rd");
   Rx_Reading = true;
   Rx_Text.clear();
@@ -169,7 +162,7 @@ void Timer_RX_Tick() {
 void Stop_Timer_Engine() {
   if (!engine_running) return;
   timer::Rest();
-  end_asked = true;
+  End_Transfer();
   if (!inside_step) Leave();
 }
 

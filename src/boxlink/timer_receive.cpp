@@ -53,9 +53,7 @@ void Compare() {
 void Finish_Write() {
   Rest();
   std::string answer;
-  const bool enough = Send_Wait_Rec("ue", end_limit, end_wanted, answer);
-  Fail_If_Ended();
-  if (!enough) Tell("ERROR 3");
+  if (!Send_Wait_Rec("ue", end_limit, end_wanted, answer)) Tell("ERROR 3");
   Fail_If_Ended();
   rs232_text.Set(With_Time(words::data_written, words::end));
   Write_Mode = false;
@@ -64,8 +62,8 @@ void Finish_Write() {
   Start_Read();
 }
 
-/// The tune must not reach a box that would read its bytes in another way. The port stays open for what the
-/// user does about it.
+/// The tune must not reach a box that would read its bytes in another way, or that does not say how it reads
+/// them. The port stays open for what the user does about it.
 void Refuse_Dataset() {
   Rest();
   rs232_text.Set(words::dataset_not_matched);
@@ -74,7 +72,7 @@ void Refuse_Dataset() {
 
 void Begin_Write() {
   rs232_text.Set(words::writing_data);
-  if (Val_Any(Box_SC_ID) != DatasetID) return Refuse_Dataset();
+  if (!Box_Info_OK || Val_Any(Box_SC_ID) != DatasetID) return Refuse_Dataset();
   if (Run_List == ",") return Finish_Write();
   Tx_State = 1;
   Run_Pos = 2;
@@ -127,8 +125,10 @@ bool Prompted() { return Rx_Prompt.ends_with('$') || Rx_Prompt.ends_with('#') ||
 void Await_Prompt(const std::string& chunk) {
   Rx_Prompt += chunk;
   if (Run_Has_Ended()) return End_Run();
-  if (Prompted()) return Talk();
-  Fail_If_Endless(Rx_Prompt);
+  if (!Prompted()) return Fail_If_Endless(Rx_Prompt);
+  // Behind a run its end is due: a line that gives each "$" back would have it sent for ever.
+  if (Tx_State == run_end && --Rx_Idle_Ticks <= 0) return Fail();
+  Talk();
 }
 
 void Count_Idle_Tick() {

@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::int16_t next_run = 1;
 constexpr std::int16_t run_bytes = 3;
-constexpr std::int16_t run_end = 4;
 
 void Begin_Run() {
   if (Slave_Write) ++Slave_Run_No;

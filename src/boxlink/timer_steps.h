@@ -14,11 +14,8 @@ inline constexpr std::int16_t idle_ticks = 10;
 /// Tx_State of a run whose prompt is awaited.
 inline constexpr std::int16_t run_begun = 2;
 
-/// Unwinds a click or a tick whose transfer was ended inside one of its waits; never leaves the engine.
-struct Ended {};
-
-/// To be called after every wait and every box: throws Ended when the transfer is over.
-void Fail_If_Ended();
+/// Tx_State of a run whose bytes have all been sent.
+inline constexpr std::int16_t run_end = 4;
 
 /// The next tick is Timer_TX's.
 void Talk();

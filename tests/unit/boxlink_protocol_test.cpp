@@ -81,7 +81,7 @@ TEST_F(Protocol, A_Wait_Ends_At_Midnight_And_When_The_Program_Closes) {
   EXPECT_FALSE(Send_Wait_Rec("cmd", 3600, 1, received_));
   EXPECT_LT(clock_.Elapsed() - sent_at_, 0.02);
   loop_.on_turn = [] { Closing = true; };
-  EXPECT_FALSE(Send_Wait_Rec("cmd", 3600, 1, received_));
+  EXPECT_THROW(Send_Wait_Rec("cmd", 3600, 1, received_), Transfer_Ended);
   EXPECT_LT(clock_.Elapsed() - sent_at_, 0.002);
 }
 
@@ -122,6 +122,24 @@ TEST_F(Protocol, Closing_Is_Reported_Unless_Quiet) {
   EXPECT_EQ(rs232_text.Text(), "kept");
   EXPECT_FALSE(MSComm1.PortOpen());
   EXPECT_FALSE(Quiet_Close);
+}
+
+TEST_F(Protocol, Another_Number_Holds_From_The_Next_Operation_On) {
+  Open();
+  Com_Port_Number = 5;
+  Com_knapp2_Click();
+  EXPECT_EQ(rs232_text.Text(), "< COM9 closed >");
+  Open_Box_Port();
+  Com_Port_Number = 9;
+  {
+    const Transfer_Guard running;
+    EXPECT_FALSE(MSComm1.PortOpen());
+    Com_Port_Number = 6;
+    EXPECT_TRUE(Open_For_Transfer());
+  }
+  Open_Box_Port();
+  EXPECT_EQ(rs232_text.Text(), "< COM6 open >");
+  EXPECT_THAT(port_.opened, ElementsAre("/dev/ttyUSB4", "/dev/ttyUSB0", "/dev/ttyUSB4", "/dev/ttyUSB1"));
 }
 
 TEST_F(Protocol, The_Line_Belongs_To_One_Operation) {

@@ -31,11 +31,7 @@ TEST_P(Sync_Interrupted, A_Lost_Device_Ends_It) {
   Box_Info_OK = true;
   Interrupt([this] { port_.Lose(); });
   const double start = clock_.Elapsed();
-  try {
-    Run();
-  } catch (const Failure& failure) {
-    EXPECT_STREQ(failure.what(), "Lost connection with USB port");
-  }
+  EXPECT_THROW(Run(), Failure);
   EXPECT_EQ(Status(), Aborted());
   EXPECT_LT(clock_.Elapsed() - start, 2);
 }
@@ -48,6 +44,18 @@ TEST_P(Sync_Interrupted, The_Closing_Of_The_Program_Ends_It_At_Once_Without_A_Bo
   Run();
   EXPECT_TRUE(Closing);
   EXPECT_LT(clock_.Elapsed() - closed_at, 0.003);
+  EXPECT_EQ(Status(), Aborted());
+}
+
+TEST_P(Sync_Interrupted, Close_Port_Ends_It_And_Nothing_Goes_Out_Any_More) {
+  std::string sent;
+  Interrupt([&] {
+    if (!sent.empty()) return;
+    sent = port_.Sent();
+    Com_knapp2_Click();
+  });
+  Run();
+  EXPECT_EQ(port_.Sent(), sent);
   EXPECT_EQ(Status(), Aborted());
 }
 
