@@ -89,8 +89,8 @@ bool Windows_Port_Devices::Exists(const std::string& port) const {
 
 /// Names of more than one digit open in the device space only.
 bool Windows_Port_Devices::Is_Free(const std::string& port) const {
-  const HANDLE handle =
-      CreateFileA((R"(\\.\)" + port).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  const HANDLE handle = CreateFileA((R"(\\.\)" + port).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
   return handle != INVALID_HANDLE_VALUE && CloseHandle(handle) != 0;
 }
 
