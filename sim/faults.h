@@ -45,6 +45,10 @@ struct Faults {
   bool Burst = false;                   ///< Held back, then delivered in one piece with the next answer.
   std::string Stale;                    ///< Text that follows the answer in a piece of its own.
 
+  std::optional<std::size_t> Drop_Received;       ///< The n-th byte from the PC, from 1, is lost.
+  std::optional<std::size_t> Duplicate_Received;  ///< It comes twice.
+  std::optional<std::size_t> Corrupt_Received;    ///< It comes as a neighbour, so that a digit stays a digit.
+
   std::optional<std::size_t> Stall;             ///< Dead for ever after so many received bytes.
   std::optional<std::size_t> Hang_Up_Received;  ///< Close the line after so many received bytes.
   std::optional<std::size_t> Slave_Lost;        ///< No slave any more after so many received bytes.

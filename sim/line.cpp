@@ -23,13 +23,24 @@ void Line::Take(char c) {
   ++taken_;
   if (faults.Slave_Lost && taken_ > *faults.Slave_Lost) box_.Contents().Slave_Present = false;
   if (!faults.Stall || taken_ <= *faults.Stall) {
-    std::string answer = box_.Feed({&c, 1});
-    if (!answer.empty()) {
-      ++counts_.Exchanges;
-      Send(injector_.Shape(box_.Last_Command(), std::move(answer)));
-    }
+    for (const char received : As_Received(c)) Feed(received);
   }
   if (faults.Hang_Up_Received && taken_ >= *faults.Hang_Up_Received) Close();
+}
+
+/// What comes of the byte that was taken last.
+std::string Line::As_Received(char c) const {
+  const Faults& faults = injector_.Knobs();
+  if (faults.Drop_Received == taken_) return {};
+  if (faults.Corrupt_Received == taken_) c = static_cast<char>(c ^ 1);
+  return std::string(faults.Duplicate_Received == taken_ ? 2 : 1, c);
+}
+
+void Line::Feed(char c) {
+  std::string answer = box_.Feed({&c, 1});
+  if (answer.empty()) return;
+  ++counts_.Exchanges;
+  Send(injector_.Shape(box_.Last_Command(), std::move(answer)));
 }
 
 void Line::Send(Shaped_Answer answer) {

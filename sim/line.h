@@ -59,6 +59,8 @@ class Line {
   };
 
   void Take(char c);
+  [[nodiscard]] std::string As_Received(char c) const;
+  void Feed(char c);
   void Send(Shaped_Answer answer);
   void Send_Piece(std::string text, double character_time);
   void Close();

@@ -58,6 +58,7 @@ void Report_Differing_Slave(const std::string& runs, bool repaired) {
 bool Check_Slave_Data_Strategy() {
   Slave_Needed = false;
   if (!Open_For_Transfer()) return false;
+  Drop_Input();  // or the answer to "rs" would still be coming while the next question goes out
   rs232_text.Set(words::slave_check);
   if (!Answered("rs", image_block_length, "ERROR 4")) {
     if (!Open_For_Transfer()) return false;

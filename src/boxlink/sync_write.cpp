@@ -6,7 +6,6 @@
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
 #include "boxlink/sync_steps.h"
-#include "settings/failure.h"
 #include "settings/message.h"
 #include "settings/text_encoding.h"
 #include "settings/wait.h"
@@ -26,9 +25,7 @@ bool Slave_Mode_Accepted() {
   return Ask_Yes_No("This will force KX-system to enter slave mode. Do you really want to continue?");
 }
 
-/// Every byte of a write needs the port; one box is enough for one that somebody has closed.
 std::string Answer_To(std::string_view command, double limit, int wanted) {
-  if (!MSComm1.PortOpen() && !MSComm1.Lost()) throw Failure("Port not open");
   std::string answer;
   (void)Send_Wait_Rec(command, limit, wanted, answer);
   return answer;

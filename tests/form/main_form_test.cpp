@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "boxlink/protocol.h"
 #include "form_fixture.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
@@ -80,6 +81,22 @@ TEST_P(Every_Grid, Types_Steps_And_Draws) {
 
 INSTANTIATE_TEST_SUITE_P(All, Every_Grid, testing::ValuesIn(table_rows),
                          [](const auto& row) { return std::string(row.param.grid); });
+
+TEST_F(Main_Form, The_Transfer_Buttons_Rest_While_The_Line_Is_Taken) {
+  const std::vector<const char*> names{"Read_Settings", "Write_Settings", "Verify_Settings", "Connect_Info",
+                                       "Command3",      "Com_knapp3",     "Com_knapp4",      "Com_knapp5",
+                                       "Open_Box_Port", "Export_Line_Log"};
+  const auto enabled = [&] {
+    return std::ranges::count_if(names, [&](auto* name) { return Find<QPushButton>(name)->isEnabled(); });
+  };
+  EXPECT_EQ(enabled(), std::ssize(names));
+  {
+    const Transfer_Guard transfer;
+    EXPECT_EQ(enabled(), 0);
+    EXPECT_TRUE(Find<QPushButton>("Com_knapp2")->isEnabled()) << "the way out";
+  }
+  EXPECT_EQ(enabled(), std::ssize(names));
+}
 
 TEST_F(Main_Form, The_Card_Side_Shows_The_Frame_Of_The_Chosen_Interface) {
   auto* sides = Find<QTabWidget>("SSTab_Communication");

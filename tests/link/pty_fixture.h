@@ -30,6 +30,9 @@ class Pty_Fixture : public Link_State_Fixture {
     ASSERT_EQ(box_.Start(), "");
     Write_Key("com_device9", box_.Path());
   }
+  void Set_Faults(const std::string& knobs) {
+    box_.With_Line([&](sim::Line& line) { line.Set_Faults(Faults_Of(knobs)); });
+  }
   [[nodiscard]] sim::Box_Contents Plugged_In_Box() {
     return box_.With_Box([](sim::Box& box) { return box.Contents(); });
   }

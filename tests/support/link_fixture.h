@@ -85,6 +85,13 @@ class Link_State_Fixture : public testing::Test {
   }
   ~Link_State_Fixture() override { platform::seams = {}; }
 
+  [[nodiscard]] static std::string Status() { return Without_Times(rs232_text.Text()); }
+  static sim::Faults Faults_Of(const std::string& knobs) {
+    const auto parsed = sim::Parse_Faults(knobs);
+    EXPECT_EQ(parsed.Error, "");
+    return parsed.Knobs;
+  }
+
   Temp_Dir folder_;
   Queued_Answers ask_;
   Listed_Devices devices_;
@@ -110,6 +117,7 @@ class Link_Fixture : public Link_State_Fixture {
   ~Link_Fixture() override { Reset_Link_State(); }
 
   sim::Box_Contents& Box() { return line_.The_Box().Contents(); }
+  void Set_Faults(const std::string& knobs) { line_.Set_Faults(Faults_Of(knobs)); }
 
   Stepped_Clock clock_;
   In_Process_Loop loop_{clock_, 0.0005};

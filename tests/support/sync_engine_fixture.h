@@ -22,13 +22,7 @@ class Sync_Engine : public test::Link_Fixture {
     EXPECT_EQ(MSComm1.PortOpen(), port_stays_open_);
   }
 
-  void Set_Faults(const std::string& knobs) {
-    const auto parsed = sim::Parse_Faults(knobs);
-    ASSERT_EQ(parsed.Error, "");
-    line_.Set_Faults(parsed.Knobs);
-  }
   [[nodiscard]] static std::string Journal() { return test::Without_Times(Debug_txt.Text()); }
-  [[nodiscard]] static std::string Status() { return test::Without_Times(rs232_text.Text()); }
   std::uint8_t& Master(int i) { return Box().Master[static_cast<std::size_t>(i)]; }
   std::uint8_t& Slave(int i) { return Box().Slave[static_cast<std::size_t>(i)]; }
 

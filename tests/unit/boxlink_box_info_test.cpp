@@ -46,10 +46,7 @@ TEST(Box_Info_Answer, Is_Complete_With_Its_Line_End_And_Mode) {
   EXPECT_FALSE(Info_Complete(""));
 }
 
-class Box_Query : public test::Link_Fixture {
- protected:
-  void Set_Faults(const char* knobs) { line_.Set_Faults(sim::Parse_Faults(knobs).Knobs); }
-};
+using Box_Query = test::Link_Fixture;
 
 TEST_F(Box_Query, Fills_Every_Item_In_Its_Fixed_Time) {
   Box() = {.Firmware = "4.12",

@@ -62,11 +62,7 @@ TEST_F(Sync_Engine, A_Read_That_Fails_Keeps_The_Tune_But_Not_Its_File_Name) {
   }
 }
 
-TEST_F(Sync_Engine, Read_Takes_Lower_Case_And_Blocks_Without_A_Marker) {
-  CardByte = {};
-  Set_Faults("lower");
-  Read_Settings_Click();
-  EXPECT_EQ(CardByte, test::Sample_Tune());
+TEST_F(Sync_Engine, Read_Takes_Blocks_Without_A_Marker) {
   Set_Faults("no_marker");
   Read_Settings_Click();
   EXPECT_EQ(CardByte[0], 255);  // "rd"
@@ -276,10 +272,26 @@ TEST_P(Sync_Slave, Is_Compared_And_Repaired) {
 
 INSTANTIATE_TEST_SUITE_P(Differences, Sync_Slave,
                          testing::Values(Slave_Case{"First", 0, 99, "Slave miss match 0|"},
+                                         Slave_Case{"Bit_3", 40, 0x15, "Slave miss match 40|"},
                                          Slave_Case{"Last", 250, 9, "Slave miss match 250|"},
                                          Slave_Case{"Mode_Only", 1, 0x41, "Slave need reset to slave |"},
                                          Slave_Case{"Mode_Byte", 1, 0x4D, "Slave miss match 1|"}),
                          [](const auto& row) { return row.param.name; });
+
+/// A write opens the port for its two queries, for the bytes, for the read-back and for the last end.
+TEST_F(Sync_Engine, A_Port_That_Does_Not_Open_Again_Ends_A_Write) {
+  for (const int refused : {2, 3, 4, 5}) {
+    CardByte[60] ^= 1;
+    port_.refuse = [opened = 0, refused](const std::string&) mutable {
+      return ++opened < refused ? platform::Port_Error{} : platform::Port_Error{3, "Device is in use"};
+    };
+    if (refused > 3) ask_.Expect("Port not open");
+    Write_Settings_Click();
+    EXPECT_EQ(Status(), "Write aborted T") << refused;
+    EXPECT_EQ(Master(60) == CardByte[60], refused > 3) << refused;
+    Master(60) = CardByte[60];
+  }
+}
 
 TEST_F(Sync_Engine, A_Slave_That_Equals_Its_Master_Matches) {
   Box() = test::Sample_Box(true);

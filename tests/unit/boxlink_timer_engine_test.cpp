@@ -22,18 +22,14 @@ class Timer_Engine : public test::Link_Fixture {
   }
   ~Timer_Engine() override { rs232_text.On_Change(nullptr); }
   void TearDown() override {
-    EXPECT_FALSE(Transfer_Running() || Verify_Mode || Write_Mode || Write_Verify || Rx_Reading);
+    EXPECT_FALSE(Transfer_Running() || Verify_Mode || Write_Mode || Write_Verify || Rx_Reading ||
+                 Quiet_Close);
     EXPECT_EQ(MSComm1.PortOpen(), port_stays_open_);
     const std::size_t sent = port_.writes.size();
     loop_.Run(0.2);
     EXPECT_EQ(port_.writes.size(), sent) << "a timer goes on";
   }
 
-  void Set_Faults(const std::string& knobs) {
-    const auto parsed = sim::Parse_Faults(knobs);
-    ASSERT_EQ(parsed.Error, "");
-    line_.Set_Faults(parsed.Knobs);
-  }
   void Run_To_End(void (*click)()) {
     statuses_.clear();
     port_.writes.clear();
@@ -49,7 +45,6 @@ class Timer_Engine : public test::Link_Fixture {
     Expect_Boxes({"ERROR 4", "ERROR 6", "ERROR 3"});
     Run_To_End(Com_knapp3_Click);
   }
-  [[nodiscard]] static std::string Status() { return test::Without_Times(rs232_text.Text()); }
   [[nodiscard]] static std::string Hex(int i) { return dec2hex(CardByte[i], 2); }
 
   std::string refreshed_;
@@ -321,6 +316,26 @@ TEST_F(Timer_Engine, A_Bad_Block_Leaves_The_Tune) {
 
 TEST_F(Timer_Engine, A_Box_That_Talks_Without_End_Is_A_Communication_Error) {
   port_.deliver = [] { return std::string(100, 'x'); };
+  Run_To_End(Com_knapp5_Click);
+  EXPECT_EQ(Status(), "< communication error >");
+}
+
+TEST_F(Timer_Engine, Ten_Empty_Ticks_Are_The_End_However_Much_Comes_Between) {
+  port_.deliver = [this, next = 0.0]() mutable {
+    if (clock_.Elapsed() < next) return std::string();
+    next = clock_.Elapsed() + 0.02;
+    return std::string("x");
+  };
+  const double start = clock_.Elapsed();
+  Run_To_End(Com_knapp5_Click);
+  EXPECT_EQ(Status(), "< communication error >");
+  EXPECT_LT(clock_.Elapsed() - start, 0.3);
+}
+
+TEST_F(Timer_Engine, A_Port_That_Is_Closed_Under_It_Is_A_Communication_Error) {
+  loop_.on_turn = [] {
+    if (Rx_Reading) MSComm1.Set_PortOpen(false);
+  };
   Run_To_End(Com_knapp5_Click);
   EXPECT_EQ(Status(), "< communication error >");
 }

@@ -141,6 +141,7 @@ TEST(Sim_Faults, Each_Knob_Does_What_It_Says) {
       "stall=2|ueue|ue*|on=digit+bw,drop=5|uebw05AA$|ue*\r\n$0AAw!\r\n|stale=xy|ue|ue*xy|"
       "refuse,on=$+ue|bw0000$ue|\r\n$0000w|refuse,from=2,times=1|uebwue|ue*ue*|"
       "burst|ueueue|ue*ue*|burst,times=1|ueueue|ue*ue*ue*|slave_lost=5|bs0ABBB$rsue|\r\n#0ABue*|"
+      "drop_received=2|ueue|ue*|duplicate_received=3|bw05AA|\r\n$005AwA|corrupt_received=4|bw05|\r\n$04|"
       "hang_up=4|ueueue|ue*u|hang_up=1,on=bw|uebw|ue*\r|hang_up_received=1|ue|");
   for (std::size_t i = 0; i < rows.size(); i += 3) {
     Line line = Faulty_Line(rows[i]);
