@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <string_view>
 
 #include "platform/seams.h"
@@ -24,6 +26,8 @@ constexpr std::array device_runs{
     Device_Run{13, 4, "/dev/ttyACM"},
 };
 
+constexpr int highest_com = std::numeric_limits<std::int16_t>::max();
+
 std::string Mapped_Path(int com_number) {
   for (const Device_Run& run : device_runs) {
     const int index = com_number - run.first;
@@ -39,7 +43,9 @@ bool Has_Number(const std::map<int, std::string>& paths, const std::string& path
 /// What the settings file puts under a number.
 std::map<int, std::string> Given_Paths() {
   auto paths = Read_Numbered_Keys("com_device");
-  std::erase_if(paths, [](const auto& given) { return given.first < 1 || given.second.empty(); });
+  std::erase_if(paths, [](const auto& given) {
+    return given.first < 1 || given.first > highest_com || given.second.empty();
+  });
   return paths;
 }
 
