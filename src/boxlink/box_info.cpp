@@ -95,6 +95,9 @@ bool Query_Connected_Box() {
     Get_Box_Info();
   } catch (const Transfer_Ended&) {
     return false;
+  } catch (...) {
+    rs232_text.Set(words::no_responce);
+    throw;
   }
   return Box_Info_OK;
 }
@@ -133,6 +136,7 @@ std::string Describe(const Box_Info& info) {
 }
 
 void Get_Box_Info() {
+  Box_Info_OK = false;
   MSComm1.Output("v");
   const std::string received = Listen(info_time);
   Box_Info_OK = Info_Complete(received);
@@ -156,7 +160,6 @@ void Refresh_Box_Info_Quietly() {
     (void)Query_Connected_Box();
   } catch (const Failure&) {
     // The device went away; the report goes on with what is known.
-    Box_Info_OK = false;
   }
 }
 

@@ -40,7 +40,8 @@ struct Box_Info {
 /// Throws Failure when the device is lost, Transfer_Ended as soon as the operation is to end.
 void Get_Box_Info();
 
-/// "Info": asks the box and shows its summary. The port is left as it was found.
+/// "Info": asks the box and shows its summary. The port is left as it was found, but for one that was open
+/// under another number than the chosen one.
 void Connect_Info_Click();
 
 /// The same query for a report: no box, whatever happens. Left out while an operation has the line.

@@ -35,9 +35,9 @@ int Port_Number() {
   return transfer_running ? transfer_port : Com_Port_Number;
 }
 
-/// The port may be open from before another one was chosen.
+/// The port may be open, or lost, from before another one was chosen.
 void Leave_Other_Port() {
-  if (MSComm1.PortOpen() && MSComm1.CommPort() != Com_Port_Number) MSComm1.Set_PortOpen(false);
+  if (!transfer_running && MSComm1.CommPort() != Com_Port_Number) MSComm1.Set_PortOpen(false);
 }
 
 void Report_Port(std::string_view end) {

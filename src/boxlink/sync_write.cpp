@@ -120,6 +120,7 @@ void Write() {
   Report_First_Step(words::write_started);
   Write_Mode = true;
   if (!Slave_Mode_Accepted()) return Report_Step(words::write_aborted);
+  Fail_If_Ended();
   Stamp_Image();
   Verify();
   if (!Box_Info_OK) return Report_Step(words::write_aborted);

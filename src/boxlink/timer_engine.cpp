@@ -162,7 +162,6 @@ void Timer_RX_Tick() {
 void Stop_Timer_Engine() {
   if (!engine_running) return;
   timer::Rest();
-  End_Transfer();
   if (!inside_step) Leave();
 }
 

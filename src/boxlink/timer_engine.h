@@ -5,8 +5,8 @@
 /// line is taken from the click on until then, so that a click that comes meanwhile is not entered.
 ///
 /// On every way out the timers are off, the modes unset and the port closed, but for a write whose box has
-/// another dataset. A lost device ends the transfer as a communication error and throws Failure; closing the
-/// port or the program ends it at the next tick, or as soon as the wait in which it happens.
+/// another dataset or does not tell its own. A lost device ends the transfer as a communication error and
+/// throws Failure; closing the port or the program ends it at once.
 namespace kx {
 
 /// "Read settings old": loads the tune from the box.
@@ -24,7 +24,8 @@ void Timer_TX_Tick();
 /// Takes what has come and goes on by it, called by its timer; nothing without a transfer.
 void Timer_RX_Tick();
 
-/// Ends a transfer in its middle, without a word. The port is left to the caller.
+/// Ends a transfer in its middle, without a word; one that is inside a wait unwinds by Transfer_Ended. The
+/// port is left to the caller.
 void Stop_Timer_Engine();
 
 /// Ends a transfer, forgets its state and gives the timers back.

@@ -72,7 +72,8 @@ void Refuse_Dataset() {
 
 void Begin_Write() {
   rs232_text.Set(words::writing_data);
-  if (!Box_Info_OK || Val_Any(Box_SC_ID) != DatasetID) return Refuse_Dataset();
+  const bool told = Box_Info_OK || Slave_Pass;  // the master has been written by then
+  if (!told || Val_Any(Box_SC_ID) != DatasetID) return Refuse_Dataset();
   if (Run_List == ",") return Finish_Write();
   Tx_State = 1;
   Run_Pos = 2;

@@ -112,7 +112,10 @@ TEST_F(Box_Query, Info_Without_A_Box_Or_A_Port_Shows_No_Message) {
 
 TEST_F(Box_Query, A_Device_That_Goes_In_The_Query_Is_Told) {
   Set_Faults("hang_up=10");
+  Box_Info_OK = true;
   EXPECT_THROW(Connect_Info_Click(), Failure);
+  EXPECT_EQ(rs232_text.Text(), "< No responce >");
+  EXPECT_FALSE(Box_Info_OK);
   EXPECT_FALSE(MSComm1.PortOpen() || MSComm1.Lost() || Transfer_Running());
 }
 

@@ -139,7 +139,15 @@ TEST_F(Protocol, Another_Number_Holds_From_The_Next_Operation_On) {
   }
   Open_Box_Port();
   EXPECT_EQ(rs232_text.Text(), "< COM6 open >");
-  EXPECT_THAT(port_.opened, ElementsAre("/dev/ttyUSB4", "/dev/ttyUSB0", "/dev/ttyUSB4", "/dev/ttyUSB1"));
+  port_.Lose();
+  Com_Port_Number = 7;
+  Open_Box_Port();
+  EXPECT_EQ(rs232_text.Text(), "< COM7 open >");
+  EXPECT_THAT(port_.opened,
+              ElementsAre("/dev/ttyUSB4", "/dev/ttyUSB0", "/dev/ttyUSB4", "/dev/ttyUSB1", "/dev/ttyUSB2"));
+  MSComm1.Set_PortOpen(false);
+  Closing = true;
+  EXPECT_FALSE(Open_For_Transfer());
 }
 
 TEST_F(Protocol, The_Line_Belongs_To_One_Operation) {

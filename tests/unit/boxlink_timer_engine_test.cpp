@@ -166,6 +166,25 @@ TEST_F(Timer_Engine, A_Slave_That_Cannot_Become_Equal_Is_Given_Up) {
   EXPECT_EQ(Text1.Text(), ",001,001");
 }
 
+TEST_F(Timer_Engine, A_Slave_In_Which_Each_Repair_Spoils_Another_Byte_Is_Given_Up) {
+  Box() = test::Sample_Box(true);
+  rs232_text.On_Change([this, byte = 30U]() mutable {
+    if (Status() == "< write finished T >") Box().Slave[byte++] ^= 1;
+  });
+  Expect_Boxes({"ERROR 3", "ERROR 3"});
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< Slave EE not matching... >");
+}
+
+TEST_F(Timer_Engine, A_Slave_Is_Repaired_By_A_Master_That_Told_Its_Dataset_Before) {
+  Box() = test::Sample_Box(true);
+  Box().Slave[30] ^= 1;
+  Set_Faults("on=v,from=3,times=1,refuse");
+  Expect_Boxes({"ERROR 3", "ERROR 3"});
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< Write finished, slave OK,  T... >");
+}
+
 TEST_F(Timer_Engine, A_Slave_That_Goes_Away_Ends_The_Write_With_Its_Master) {
   for (const auto& [knobs, status] : {std::pair{"slave_lost=14", "< Write finished T... >"},
                                       std::pair{"slave_lost=20", "< communication error >"}}) {

@@ -50,9 +50,11 @@ std::string Without_Escapes(std::string_view text) {
   std::string plain;
   for (std::size_t at = 0; at < text.size(); ++at) {
     const std::string_view digits = text.substr(at).starts_with("\\x") ? text.substr(at + 2, 2) : "";
-    int code = 0;
-    if (std::from_chars(digits.data(), digits.data() + digits.size(), code, 16).ec == std::errc()) at += 3;
-    plain += code == 0 ? text[at] : static_cast<char>(code);
+    unsigned code = 0;
+    const char* end = std::from_chars(digits.data(), digits.data() + digits.size(), code, 16).ptr;
+    const bool escape = code != 0 && end == digits.data() + 2;
+    plain += escape ? static_cast<char>(code) : text[at];
+    if (escape) at += 3;
   }
   return plain;
 }
