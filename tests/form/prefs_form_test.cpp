@@ -25,8 +25,8 @@ class Prefs_Form : public Form_Fixture {
     platform::seams.port_devices = &devices_;
     devices_.rows = {{"/dev/ttyACM9", "ttyACM9", "Far adapter", true},
                      {"/dev/ttyS0", "ttyS0", "", false},
-                     {"/dev/ttyUSB1", "ttyUSB1", "Near adapter", true}};
-    Com_Port_Number = 6;
+                     {"/dev/ttyACM3", "ttyACM3", "Near adapter", true}};
+    Com_Port_Number = 16;
     prefs_ = std::make_unique<KX_prefs>();
   }
   void TearDown() override {
@@ -62,7 +62,7 @@ class Prefs_Form : public Form_Fixture {
 
 TEST_F(Prefs_Form, Shows_What_There_Is_Under_Its_Given_Names) {
   EXPECT_EQ(Rows(),
-            QStringList({"COM1  /dev/ttyS0", "COM6  Near adapter", "Not available! COM17  Far adapter"}));
+            QStringList({"COM1  /dev/ttyS0", "COM16  Near adapter", "Not available! COM17  Far adapter"}));
   EXPECT_EQ(Ports()->currentIndex(), 1);
   EXPECT_EQ(Part<QPushButton>("ApplyButton")->text(), "Apply");
   EXPECT_EQ(Part<QPushButton>("OKButton")->text(), "OK");
@@ -80,22 +80,23 @@ TEST_F(Prefs_Form, Looks_For_Ports_Each_Time_It_Comes_On_Show) {
   EXPECT_EQ(Rows(), QStringList("Not available! COM17  Far adapter"));
   EXPECT_EQ(Ports()->currentIndex(), -1);
   prefs_->hide();
-  devices_.rows.push_back({"/dev/ttyUSB1", "ttyUSB1", "Plugged in", true});
+  devices_.rows.push_back({"/dev/ttyACM3", "ttyACM3", "Plugged in", true});
   prefs_->show();
-  EXPECT_EQ(Ports()->currentText(), "COM6  Plugged in");
+  EXPECT_EQ(Ports()->currentText(), "COM16  Plugged in");
 }
 
 TEST_F(Prefs_Form, Apply_Keeps_The_Choice_And_OK_Hides_Too) {
   prefs_->show();
   Ports()->setCurrentIndex(2);
   Press("interface_option_c");
-  EXPECT_EQ(Com_Port_Number, 6);
+  EXPECT_EQ(Com_Port_Number, 16);
   EXPECT_EQ(Default_Interface, "SC_Reader");
   Press("ApplyButton");
   EXPECT_TRUE(prefs_->isVisible());
   EXPECT_EQ(Com_Port_Number, 17);
   EXPECT_EQ(Read_Key("comport1"), "17");
   EXPECT_EQ(Read_Key("Default_Interface"), "KX_MapCard");
+  EXPECT_FALSE(Find<QGroupBox>("kx_crw_frame")->isHidden()) << "the main form follows";
   Ports()->setCurrentIndex(0);
   Press("interface_option_d");
   Press("OKButton");

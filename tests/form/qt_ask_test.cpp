@@ -111,11 +111,6 @@ TEST_F(Qt_Ask_Files, Open_Takes_Names_With_And_Without_Extension) {
   }
 }
 
-TEST_F(Qt_Ask_Files, Save_Adds_The_Extension) {
-  Type("save_dialog", "other");
-  EXPECT_EQ(Qt_Ask().Save_Name(Question()), Path("other.kxs"));
-}
-
 TEST_F(Qt_Ask_Files, Save_Asks_Before_It_Overwrites_What_The_Extension_Leads_To) {
   Make("tune.kxs");
   QString asked;

@@ -8,6 +8,7 @@
 #include "boxlink/preferences.h"
 #include "settings/failure.h"
 #include "support/link_fixture.h"
+#include "support/workspace_fixture.h"
 
 namespace kx {
 namespace {
@@ -46,14 +47,12 @@ class Recorded_Com : public Com_Services {
   }
 };
 
-class Recorded_Devices : public platform::Port_Devices {
+class Recorded_Devices : public test::Listed_Devices {
  public:
-  std::vector<platform::Port_Device> rows;
   std::set<std::string> existing;
   std::set<std::string> busy;
   const Com_Services* com = nullptr;
 
-  [[nodiscard]] std::vector<platform::Port_Device> List() const override { return rows; }
   [[nodiscard]] bool Exists(const std::string& port) const override {
     return existing.contains(port) || Port_Devices::Exists(port);
   }
@@ -61,13 +60,6 @@ class Recorded_Devices : public platform::Port_Devices {
     return !busy.contains(port) && Exists(port);
   }
   [[nodiscard]] const Com_Services* Com() const override { return com; }
-};
-
-class Named_Desktop : public platform::Desktop {
- public:
-  void Set_Clipboard_Text(const std::string&) override {}
-  void Open_With_Handler(const std::string&) override {}
-  [[nodiscard]] std::string System_Name() const override { return "Pretty name 7"; }
 };
 
 class Serial_Ports : public test::Link_State_Fixture {
@@ -105,7 +97,7 @@ class Serial_Ports : public test::Link_State_Fixture {
 
   Recorded_Com com_;
   Recorded_Devices recorded_;
-  Named_Desktop desktop_;
+  Kept_Desktop desktop_;
   clsSerialPortList ports_;
 };
 
@@ -163,26 +155,23 @@ TEST_F(Serial_Ports, The_Plain_Probe_Asks_For_The_Devices_Of_The_Map_Where_Ports
 }
 
 TEST_F(Serial_Ports, The_Version_Of_The_System_Chooses_The_Way) {
-  struct Case {
-    std::optional<System_Version> version;
-    const char* name;
-  };
-  const Case cases[] = {{windows_98, "From the registry"},
-                        {System_Version{0, 3, 10}, "From the registry"},
-                        {windows_nt, "COM2"},
-                        {System_Version{2, 5, 0}, "Device (COM4)"},
-                        {System_Version{2, 10, 0}, "Device (COM4)"},
-                        {std::nullopt, "COM1"}};
+  const std::pair<std::optional<System_Version>, const char*> cases[] = {
+      {windows_98, "From the registry"},
+      {System_Version{0, 3, 10}, "From the registry"},
+      {windows_nt, "COM2"},
+      {System_Version{2, 5, 0}, "Device (COM4)"},
+      {System_Version{2, 10, 0}, "Device (COM4)"},
+      {std::nullopt, "COM1"}};
   com_.interfaces.rows = {{"Device (COM4)", "Device", {}}};
   com_.keys = {{"Enum", {"BIOS"}}, {R"(Enum\BIOS)", {"*PNP0501"}}, {R"(Enum\BIOS\*PNP0501)", {"0D"}}};
   com_.texts = {{R"(Enum\BIOS\*PNP0501\0D:PORTNAME)", "COM9"},
                 {R"(Enum\BIOS\*PNP0501\0D:FRIENDLYNAME)", "From the registry"}};
   recorded_.existing = {"COM2"};
-  for (const Case& row : cases) {
-    Run_On(row.version);
+  for (const auto& [version, name] : cases) {
+    Run_On(version);
     ports_.EnumerateList(16, false, false, false);
     ASSERT_GT(ports_.PortCount(), 0);
-    EXPECT_EQ(ports_.port(1).Name, row.name);
+    EXPECT_EQ(ports_.port(1).Name, name);
   }
 }
 
@@ -197,7 +186,6 @@ TEST_F(Serial_Ports, Device_Interfaces_Are_Read_By_Their_Properties) {
       {"ECP Printer Port (LPT1)", "ECP Printer Port", {}},
       {"Odd (COMx)", "Odd", {}},
       {"Odd (COM7b)", "Odd", {}},
-      {"Odd (COM)", "Odd", {}},
       {"Odd (COM7", "Odd", {}},
       {"Odd (COM70000)", "Odd", {}},
       {"No description (COM5)", {}, {}},
@@ -297,65 +285,37 @@ TEST_F(Serial_Ports, A_Device_Under_Another_Path_Is_Described_All_The_Same) {
                                         "7|Adapter (COM7)|Adapter|" + device + "|usb"));
 }
 
-class Preferences : public Serial_Ports {
- protected:
-  Preferences() {
-    Run_On(windows_xp);
-    com_.interfaces.rows = {{"A (COM17)", "Adapter", {}}, {"B (COM16)", "Built in", {}}};
-    refresh_hooks.update_all = [this] { ++refreshes_; };
-    ports_ = List_Ports();
-  }
-  int refreshes_ = 0;
-};
-
-TEST_F(Preferences, Rows_Mark_The_Numbers_Above_16) {
-  EXPECT_THAT(Port_Rows(ports_), ElementsAre("Not available! COM17  Adapter", "COM16  Built in"));
-  EXPECT_EQ(Row_Of_Port(ports_, 16), 1);
-  EXPECT_EQ(Row_Of_Port(ports_, 9), -1);
-}
-
-TEST_F(Preferences, Apply_Keeps_Port_And_Interface) {
-  folder_.Write("test.ini", "comport1=9\r\ndefault_interface=SC_Reader\r\n");
-  Apply_Preferences(ports_, -1, "Serial");
-  EXPECT_EQ(folder_.Read("test.ini"), "comport1=9\r\nDefault_Interface=Serial\r\n");
-  EXPECT_EQ(Com_Port_Number, 9);
-  EXPECT_EQ(refreshes_, 1);
-  Apply_Preferences(ports_, 0, "KX_MapCard");
-  EXPECT_EQ(folder_.Read("test.ini"), "comport1=17\r\nDefault_Interface=KX_MapCard\r\n");
-  EXPECT_EQ(Com_Port_Number, 17);
-  EXPECT_EQ(Default_Interface, "KX_MapCard");
-}
-
-TEST_F(Preferences, Toggling_Goes_Round_And_Starts_At_The_First_For_Other_Words) {
+TEST_F(Serial_Ports, Toggling_The_Interface_Goes_Round_And_Starts_At_The_First_For_Other_Words) {
+  int refreshes = 0;
+  refresh_hooks.update_all = [&] { ++refreshes; };
   Default_Interface = "Serial";
   for (const char* word : {"SC_Reader", "KX_MapCard", "TodosII_Reader", "SC_Reader"}) {
     toggle_interface();
     EXPECT_EQ(Default_Interface, word);
     EXPECT_EQ(Read_Key("Default_Interface"), word);
   }
-  EXPECT_EQ(refreshes_, 4);
+  EXPECT_EQ(refreshes, 4);
 }
 
-TEST_F(Preferences, The_System_Is_Named_By_Its_Version) {
-  const std::pair<System_Version, const char*> rows[] = {{{0, 3, 10}, "Windows 3.1"},
-                                                         {{1, 4, 0}, "Windows 95"},
-                                                         {{1, 4, 10}, "Windows 98"},
-                                                         {{1, 4, 90}, "Windows ME"},
-                                                         {{1, 4, 11}, "OS version not detected"},
-                                                         {{2, 3, 51}, "Windows NT 3.51"},
-                                                         {{2, 4, 0}, "Windows NT 4.0"},
-                                                         {{2, 5, 2}, "Windows server 2003"},
-                                                         {{2, 5, 1}, "OS version not detected"},
-                                                         {{2, 10, 0}, "OS version not detected"},
-                                                         {{3, 5, 2}, "Pretty name 7"}};
-  for (const auto& [version, name] : rows) {
+TEST_F(Serial_Ports, The_System_Is_Named_By_Its_Version) {
+  const std::pair<std::optional<System_Version>, const char*> cases[] = {
+      {{{0, 3, 10}}, "Windows 3.1"},
+      {{{1, 4, 0}}, "Windows 95"},
+      {windows_98, "Windows 98"},
+      {{{1, 4, 90}}, "Windows ME"},
+      {{{1, 4, 11}}, "OS version not detected"},
+      {{{2, 3, 51}}, "Windows NT 3.51"},
+      {windows_nt, "Windows NT 4.0"},
+      {{{2, 5, 2}}, "Windows server 2003"},
+      {windows_xp, "OS version not detected"},
+      {{{3, 5, 2}}, "Test OS 1"},
+      {{}, "Test OS 1"}};
+  for (const auto& [version, name] : cases) {
     Run_On(version);
-    EXPECT_EQ(Label_OS_Text(), name) << version.platform_id << version.major_version;
+    EXPECT_EQ(Label_OS_Text(), name);
   }
-  Run_On({});
-  EXPECT_EQ(Label_OS_Text(), "Pretty name 7");
   recorded_.com = nullptr;
-  EXPECT_EQ(Label_OS_Text(), "Pretty name 7");
+  EXPECT_EQ(Label_OS_Text(), "Test OS 1");
 }
 
 }  // namespace

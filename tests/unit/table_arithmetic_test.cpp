@@ -32,19 +32,13 @@ TEST(Table_Arithmetic, Steps_Start_From_The_Shown_Value_Where_The_Table_Says_So)
     int result;
   };
   const Row rows[] = {
-      {pwm, {1, 1}, 1, 3},
-      {pwm, {2, 2}, 1, 4},
-      {pwm, {4, 3}, 1, 5},
       {pwm, {16, 13}, 1, 18},
       {pwm, {3, 2}, -1, 1},
-      {pwm, {7, 5}, -1, 5},
       {load_percent, {1, 1}, 1, 3},
-      {load_percent, {7, 5}, -1, 5},
       {load_degrees, {127, 12.7}, 1, 128},
       {load_degrees, {1, 0.1}, -1, 0},
       {rpm_percent, {136, 13}, 1, 137},
       {rpm_percent_fine, {7, -95}, 1, 7},
-      {rpm_percent_fine, {2, -98}, 1, 4},
       {rpm_percent_fine, {2, -98}, -1, 2},
       {rpm_degrees, {144, 3.2}, 1, 145},
       {fuel_time, {189, 12.2}, 1, 190},
