@@ -95,17 +95,6 @@ TEST(Pty_Box_Link, Keeps_The_Pace_Of_The_Wire) {
   EXPECT_LE(shortest, 1.25 * 522 * Character_Time);
 }
 
-TEST(Pty_Box_Link, Its_Contents_Can_Be_Looked_Into_And_Changed) {
-  Pty_Box box{Line(Box(), {}, Pace::At_Once)};
-  ASSERT_EQ(box.Start(), "");
-  Pc_Side pc(box.Path());
-  EXPECT_EQ(pc.Ask("bw07", 5), "\r\n$07");
-  EXPECT_EQ(pc.Ask("A5$", 6), "A5w!\r\n");
-  EXPECT_EQ(box.With_Box([](const Box& held) { return held.Contents().Master[7]; }), 0xA5);
-  box.With_Box([](Box& held) { held.Contents().Master[0] = 0xC7; });
-  EXPECT_EQ(pc.Ask("rd", 520).substr(4, 3), "@C7");
-}
-
 TEST(Pty_Box_Link, Hangs_Up_And_Comes_Back) {
   Pty_Box box{Line(Box(), Parse_Faults("hang_up=2").Knobs)};
   ASSERT_EQ(box.Start(), "");

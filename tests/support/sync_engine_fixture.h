@@ -24,7 +24,6 @@ class Sync_Engine : public test::Link_Fixture {
 
   [[nodiscard]] static std::string Journal() { return test::Without_Times(Debug_txt.Text()); }
   std::uint8_t& Master(int i) { return Box().Master[static_cast<std::size_t>(i)]; }
-  std::uint8_t& Slave(int i) { return Box().Slave[static_cast<std::size_t>(i)]; }
 
   /// What was sent to write, without the queries around it.
   [[nodiscard]] std::string Written() const {

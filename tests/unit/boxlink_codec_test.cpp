@@ -32,13 +32,6 @@ TEST(Hex_Text, Reads_Pairs_In_Two_Ways) {
   }
 }
 
-TEST(Hex_Text, Both_Ways_Undo_The_Encoding_Of_Every_Byte) {
-  for (int value = 0; value < 256; ++value) {
-    EXPECT_EQ(Hex_Pair_Value(dec2hex(value, 2)), value);
-    EXPECT_EQ(Timer_Pair_Value(dec2hex(value, 2)), value);
-  }
-}
-
 TEST(Image_Block, Takes_512_Characters_Behind_The_First_Marker) {
   std::string digits;
   for (int i = 0; i < 256; ++i) digits += dec2hex(255 - i, 2);

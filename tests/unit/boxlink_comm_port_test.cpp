@@ -24,13 +24,10 @@ class Comm_Port_Object : public test::Link_Fixture {
 
 TEST_F(Comm_Port_Object, Takes_At_Most_Input_Len_And_Resets_It_On_Opening) {
   MSComm1.InputLen = 4;
-  port_.Arrive(
-      std::string("ab\0\xFF"
-                  "efg",
-                  7));
+  port_.Arrive(std::string("ab\0\xFFxyz", 7));
   EXPECT_EQ(MSComm1.InBufferCount(), 7);
   EXPECT_EQ(MSComm1.Input(), std::string("ab\0\xFF", 4));
-  EXPECT_EQ(MSComm1.Input(), "efg");
+  EXPECT_EQ(MSComm1.Input(), "xyz");
   EXPECT_EQ(MSComm1.Input(), "");
   MSComm1.RThreshold = 130;
   MSComm1.Set_PortOpen(false);
@@ -61,13 +58,6 @@ TEST_F(Comm_Port_Object, Reports_Arrival_From_The_Threshold_On) {
   EXPECT_THAT(events_, ElementsAre(2, 2));
 }
 
-TEST_F(Comm_Port_Object, Reports_Line_Errors_By_Their_Codes) {
-  for (const Line_Event error :
-       {Line_Event::break_signal, Line_Event::framing, Line_Event::overrun, Line_Event::parity})
-    port_.on_event(error);
-  EXPECT_THAT(events_, ElementsAre(1001, 1004, 1006, 1009));
-}
-
 TEST_F(Comm_Port_Object, One_Communication_Box_At_A_Time) {
   MSComm1.OnComm = MSComm1_OnComm;
   MSComm1.RThreshold = 1;
@@ -80,22 +70,21 @@ TEST_F(Comm_Port_Object, One_Communication_Box_At_A_Time) {
   port_.on_event(Line_Event::parity);
 }
 
+TEST_F(Comm_Port_Object, Reports_Line_Errors_By_Their_Codes) {
+  for (const Line_Event error :
+       {Line_Event::break_signal, Line_Event::framing, Line_Event::overrun, Line_Event::parity})
+    port_.on_event(error);
+  EXPECT_THAT(events_, ElementsAre(1001, 1004, 1006, 1009));
+}
+
 TEST_F(Comm_Port_Object, A_Lost_Device_Closes_The_Port_And_Fails_Every_Use) {
   port_.Arrive("last words");
   port_.Lose();
   EXPECT_FALSE(MSComm1.PortOpen());
   EXPECT_EQ(MSComm1.Input(), "last words");
-  const auto fails = [](auto use) {
-    try {
-      use();
-    } catch (const Failure& failure) {
-      return std::string(failure.what());
-    }
-    return std::string("no failure");
-  };
-  EXPECT_EQ(fails([] { (void)MSComm1.Input(); }), "Lost connection with USB port");
-  EXPECT_EQ(fails([] { (void)MSComm1.InBufferCount(); }), "Lost connection with USB port");
-  EXPECT_EQ(fails([] { MSComm1.Output("v"); }), "Lost connection with USB port");
+  EXPECT_THROW((void)MSComm1.Input(), Failure);
+  EXPECT_THROW((void)MSComm1.InBufferCount(), Failure);
+  EXPECT_THROW(MSComm1.Output("v"), Failure);
   EXPECT_TRUE(MSComm1.Set_PortOpen(true).Ok());
   EXPECT_EQ(MSComm1.Input(), "");
   EXPECT_FALSE(MSComm1.Lost());

@@ -45,9 +45,8 @@ TEST_F(Port_Map, A_Line_Of_The_Settings_File_Overrides_Any_Number) {
 }
 
 TEST_F(Port_Map, A_System_With_Com_Names_Opens_Those) {
-  class Com_Names : public platform::Port_Devices, public platform::Com_Services {
+  class Com_Names : public test::Listed_Devices, public platform::Com_Services {
    public:
-    [[nodiscard]] std::vector<platform::Port_Device> List() const override { return {}; }
     [[nodiscard]] const Com_Services* Com() const override { return this; }
     [[nodiscard]] std::optional<platform::System_Version> Version() const override { return {}; }
     [[nodiscard]] platform::Listing<platform::Port_Interface> Interfaces() const override { return {}; }

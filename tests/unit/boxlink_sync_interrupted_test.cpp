@@ -76,18 +76,15 @@ TEST_P(Sync_Interrupted, A_Second_Click_Is_Not_Entered) {
   EXPECT_THAT(Status(), testing::AnyOf("Read finished T", "Verify failed T", "Write finished T"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Everywhere, Sync_Interrupted,
-                         testing::Values(Interruption{Read_Settings_Click, "Read", 1},
-                                         Interruption{Read_Settings_Click, "Read", 3},
-                                         Interruption{Verify_Settings_Click, "Verify", 1},
-                                         Interruption{Verify_Settings_Click, "Verify", 4},
-                                         Interruption{Write_Settings_Click, "Write", 1},
-                                         Interruption{Write_Settings_Click, "Write", 4},
-                                         Interruption{Write_Settings_Click, "Write", 6},
-                                         Interruption{Write_Settings_Click, "Write", 9},
-                                         Interruption{Write_Settings_Click, "Write", 28},
-                                         Interruption{Write_Settings_Click, "Write", 31},
-                                         Interruption{Write_Settings_Click, "Write", 37}));
+constexpr Interruption everywhere[] = {
+    {Read_Settings_Click, "Read", 1},     {Read_Settings_Click, "Read", 3},
+    {Verify_Settings_Click, "Verify", 1}, {Verify_Settings_Click, "Verify", 4},
+    {Write_Settings_Click, "Write", 1},   {Write_Settings_Click, "Write", 4},
+    {Write_Settings_Click, "Write", 6},   {Write_Settings_Click, "Write", 9},
+    {Write_Settings_Click, "Write", 28},  {Write_Settings_Click, "Write", 31},
+    {Write_Settings_Click, "Write", 37}};
+
+INSTANTIATE_TEST_SUITE_P(Everywhere, Sync_Interrupted, testing::ValuesIn(everywhere));
 
 }  // namespace
 }  // namespace kx
