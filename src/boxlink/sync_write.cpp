@@ -80,9 +80,8 @@ void Send_Marked_Bytes(Write_Log& log) {
 /// Closing command number @p number. Each overwrites the verdict of what came before; the last one's stands.
 /// What waits is not its answer.
 void Send_End(int number, Write_Log& log) {
-  std::string answer;
   Drop_Input();
-  (void)Send_Wait_Rec("ue", 1.5, 3, answer);
+  const std::string answer = Answer_To("ue", 1.5, 3);
   const std::string name = "UE" + std::to_string(number);
   log.failed = !answer.starts_with("ue*");
   log.Add(log.failed ? name + " error " + From_Latin_1(answer) : name + " OK ");
