@@ -7,13 +7,14 @@
 #include <fstream>
 
 #include "platform/seams.h"
+#include "support/test_folders.h"
 #include "widgets/table_grid.h"
 #include "workspace/tables.h"
 
 namespace kx {
 
 void Form_Fixture::SetUp() {
-  std::filesystem::copy(KXBENCH_DATA, folder_.Path(), std::filesystem::copy_options::recursive);
+  std::filesystem::copy(test::Shipped_Data(), folder_.Path(), std::filesystem::copy_options::recursive);
   std::filesystem::current_path(folder_.Path());
   qt_.Install();
   platform::seams.ask = &ask_;

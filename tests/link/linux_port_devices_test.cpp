@@ -14,6 +14,7 @@
 #include "settings/ini_file_adm.h"
 #include "settings/session.h"
 #include "support/temp_dir.h"
+#include "support/test_folders.h"
 
 namespace kx::platform {
 namespace {
@@ -85,7 +86,7 @@ TEST_F(Kernel_Tree, Forty_Ports_Are_Listed_Within_A_Tenth_Of_A_Second) {
   }
   All_There devices(folder_.Path("class/tty/"));
   seams.port_devices = &devices;
-  start_dir = KXBENCH_DATA "/";
+  start_dir = test::Shipped_Data();
   Ini_File_Name = "KXBenchPro.ini";
   const std::clock_t start = std::clock();  // the time of this program alone
   const clsSerialPortList ports = List_Ports();

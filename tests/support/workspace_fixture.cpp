@@ -4,6 +4,7 @@
 
 #include "platform/seams.h"
 #include "settings/session.h"
+#include "support/test_folders.h"
 #include "workspace/start_up.h"
 #include "workspace/tables.h"
 #include "workspace/update_views.h"
@@ -18,7 +19,7 @@ void Workspace_Fixture::SetUp() {
   platform::seams.serial_port = &port_;
   platform::seams.desktop = &desktop_;
   platform::seams.port_devices = &devices_;
-  std::filesystem::copy(KXBENCH_DATA, folder_.Path(), std::filesystem::copy_options::recursive);
+  std::filesystem::copy(test::Shipped_Data(), folder_.Path(), std::filesystem::copy_options::recursive);
   Prepare_Start();
   start_dir = folder_.Path() + "/";
   Install_Refresh_Hooks();

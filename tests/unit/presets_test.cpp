@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "support/settings_fixture.h"
+#include "support/test_folders.h"
 
 namespace kx {
 namespace {
@@ -142,7 +143,7 @@ TEST_F(Presets, Byte_Notes_Follow_The_Dataset) {
 }
 
 TEST_F(Presets, The_Shipped_Texts_Describe_Every_Byte) {
-  start_dir = KXBENCH_DATA "/";
+  start_dir = test::Shipped_Data();
   for (const int id : {104, 106, 107, 108}) {
     DatasetID = static_cast<std::int16_t>(id);
     ASSERT_EQ(Byte_Notes().size(), 256U) << id;

@@ -9,6 +9,7 @@
 #include "sensors/definition_file.h"
 #include "settings/numbers.h"
 #include "support/settings_fixture.h"
+#include "support/test_folders.h"
 
 namespace kx {
 namespace {
@@ -223,7 +224,7 @@ TEST_F(Sensors, Twenty_Thousand_Lines_Are_Read_Quickly) {
 }
 
 TEST_F(Sensors, The_Shipped_File_Is_Sound) {
-  std::filesystem::copy(KXBENCH_DATA, folder_.Path(), std::filesystem::copy_options::recursive);
+  std::filesystem::copy(test::Shipped_Data(), folder_.Path(), std::filesystem::copy_options::recursive);
   Init_ini_file();
   ASSERT_EQ(Sens_Def.size(), 9U);
   ASSERT_EQ(MAP_tab.size(), 9U);

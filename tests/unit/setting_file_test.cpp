@@ -6,6 +6,7 @@
 
 #include "settings/text_encoding.h"
 #include "support/temp_dir.h"
+#include "support/test_folders.h"
 
 namespace kx {
 namespace {
@@ -103,7 +104,7 @@ TEST(Setting_File, A_Saved_Tune_Comes_Back_With_One_More_Line_End) {
 
 TEST(Setting_File, The_Shipped_Tunes_Read) {
   for (const char* name : {"demo.kxs", "demo_box.kxs"}) {
-    std::ifstream stream(std::string(KXBENCH_DATA "/") + name, std::ios::binary);
+    std::ifstream stream(test::Shipped_Data() + name, std::ios::binary);
     const std::string bytes(std::istreambuf_iterator<char>(stream), {});
     const auto file = Parse_Setting_File(bytes);
     ASSERT_TRUE(file) << name;

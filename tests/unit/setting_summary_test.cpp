@@ -16,6 +16,7 @@
 #include "settings/text_encoding.h"
 #include "sim/box.h"
 #include "support/chosen_preset.h"
+#include "support/test_folders.h"
 #include "support/workspace_fixture.h"
 #include "workspace/tables.h"
 
@@ -37,7 +38,7 @@ class Setting_Summary : public Workspace_Fixture {
   }
 
   void Load_Demo() {
-    const auto parsed = Parse_Setting_File(File(KXBENCH_DATA "/demo.kxs"));
+    const auto parsed = Parse_Setting_File(File(test::Shipped_Data() + "demo.kxs"));
     ASSERT_TRUE(parsed);
     CardByte = parsed->image;
     Refresh_Whole_Image();
@@ -47,7 +48,7 @@ class Setting_Summary : public Workspace_Fixture {
   /// open.
   static void Expect_Report(const std::string& name) {
     Update_Readable_Setting_Window();
-    const std::string file = File(KXBENCH_TESTS_DATA "/" + name);
+    const std::string file = File(test::Test_Data() + name);
     std::string kept;
     for (const std::string_view line : Lines_Of(file)) {
       kept += (line == "KXBench version: @VERSION@" ? "KXBench version: " + Version_Text().substr(4)
