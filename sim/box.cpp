@@ -8,11 +8,12 @@ namespace kx::sim {
 namespace {
 
 constexpr std::size_t Mode_Offset = 1;
+constexpr char stop_character = ' ';
 constexpr std::uint8_t Slave_Mode_Bit = 1U << 3U;
 /// Commands that the PC sends as a word; the others are single characters of a run.
 constexpr std::array Words = {Command::Info,         Command::Read_Master, Command::Read_Slave,
                               Command::Write_Master, Command::Write_Slave, Command::Close,
-                              Command::Card};
+                              Command::Card,         Command::Log};
 constexpr std::uint8_t First_Card_Offset = 1;
 constexpr std::string_view Hex_Digits = "0123456789ABCDEF";
 
@@ -71,7 +72,7 @@ std::uint8_t Kept_As_Slave(std::size_t offset, std::uint8_t value) {
 
 std::string_view Command_Name(Command command) {
   static constexpr std::array<std::string_view, Command_Count> names = {"v",     "rd", "rs", "bw", "bs",
-                                                                        "digit", "$",  "ue", "br"};
+                                                                        "digit", "$",  "ue", "br", "a"};
   return names.at(static_cast<std::size_t>(command));
 }
 
@@ -89,6 +90,10 @@ std::string Box::Feed(std::string_view bytes) {
 }
 
 std::string Box::Take(char c) {
+  if (streaming_) {
+    streaming_ = c != stop_character;
+    return {};
+  }
   const auto nibble = Nibble(c);
   if (target_ == Run_Target::Card && nibble) return Take_Card_Digit(*nibble);
   if (Run_Open() && nibble) return Take_Run_Digit(c, *nibble);
@@ -186,6 +191,9 @@ std::string Box::Run(Command command) {
       return "ue*";
     case Command::Card:
       return Begin_Card_Run();
+    case Command::Log:
+      streaming_ = true;
+      return {};
     default:
       return {};
   }

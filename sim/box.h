@@ -12,12 +12,24 @@ namespace kx::sim {
 using Image = std::array<std::uint8_t, 256>;
 
 /// What the box answered last. The order is that of the names in Command_Name().
-enum class Command { Info, Read_Master, Read_Slave, Write_Master, Write_Slave, Digit, Run_End, Close, Card };
+enum class Command {
+  Info,
+  Read_Master,
+  Read_Slave,
+  Write_Master,
+  Write_Slave,
+  Digit,
+  Run_End,
+  Close,
+  Card,
+  Log
+};
 
 /// Number of values in Command.
-inline constexpr std::size_t Command_Count = 9;
+inline constexpr std::size_t Command_Count = 10;
 
-/// The word by which fault knobs name @p command: the command as sent, or "digit" for any hex digit.
+/// The word by which fault knobs name @p command: the command as sent, or "digit" for any hex digit. The
+/// rows of the log stream count as answers to the last one, "a".
 [[nodiscard]] std::string_view Command_Name(Command command);
 
 /// Everything that a box holds or reports. Plain data: whoever owns the box may change it between two feeds.
@@ -32,6 +44,7 @@ struct Box_Contents {
   std::string Status = "000";     ///< Three characters.
   bool Slave_Present = false;
   bool Card_Present = false;
+  std::uint32_t Drive_Seed = 1;  ///< Chooses the drive that the log stream tells of.
 };
 
 /// @p master as a slave holds it: equal but for bit 3 of byte 1, which marks the slave.
@@ -40,7 +53,8 @@ struct Box_Contents {
 /// A box at the far end of the serial line, without the line: characters in, characters out, no clock.
 ///
 /// A command has no terminator, so a word counts as soon as its last character is there; characters that
-/// belong to no command are ignored without an answer. Any command ends a write run that was left open.
+/// belong to no command are ignored without an answer. Any command ends a write run that was left open. "a"
+/// starts the log stream, and a box that streams hears nothing but the blank that stops it.
 class Box {
  public:
   explicit Box(Box_Contents contents = {});
@@ -51,6 +65,10 @@ class Box {
   /// Images, labels and switches, open to change.
   [[nodiscard]] Box_Contents& Contents() { return contents_; }
   [[nodiscard]] const Box_Contents& Contents() const { return contents_; }
+
+  /// True between "a" and the blank. The rows are the line's business, which has the clock.
+  [[nodiscard]] bool Streaming() const { return streaming_; }
+  void Stop_Stream() { streaming_ = false; }
 
   /// The command to which the last non-empty answer belongs; Info before the first.
   [[nodiscard]] Command Last_Command() const { return last_command_; }
@@ -76,6 +94,7 @@ class Box {
   int offset_digits_left_ = 0;  // 2..1 while the start offset of a run is awaited
   std::uint8_t offset_ = 0;     // where the next byte goes; steps by itself, modulo 256
   std::optional<std::uint8_t> high_nibble_;
+  bool streaming_ = false;
   Command last_command_ = Command::Info;
 };
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <vector>
@@ -73,6 +74,13 @@ bool Read_Commands(std::string_view text, std::uint32_t& commands) {
   return commands != 0;
 }
 
+/// "200:1.5": after 200 rows, for 1.5 seconds.
+bool Read_Log_Off(std::string_view text, Faults& faults) {
+  const std::size_t colon = std::min(text.find(':'), text.size());
+  return Read_Number(text.substr(0, colon), faults.Log_Off) && colon < text.size() &&
+         Read_Delay(text.substr(colon + 1), faults.Log_Off_Seconds);
+}
+
 bool Read_Text(std::string_view text, std::string& value) {
   value = text;
   return !text.empty();
@@ -93,7 +101,7 @@ struct Knob {
 using Value = std::string_view;
 
 constexpr std::array Knobs = {
-    Knob{"on", "COMMANDS", "strike answers to these only: v rd rs bw bs digit $ ue br, joined by +",
+    Knob{"on", "COMMANDS", "strike answers to these only: v rd rs bw bs digit $ ue br a, joined by +",
          [](Faults& f, Value v) { return Read_Commands(v, f.On); }},
     Knob{"from", "N", "begin with the n-th of these answers (from 1)",
          [](Faults& f, Value v) { return Read_From_One(v, f.From); }},
@@ -117,7 +125,8 @@ constexpr std::array Knobs = {
          [](Faults& f, Value v) { return Read_Flag(v, f.Lower_Case); }},
     Knob{"no_marker", "", "blanks for the markers of images",
          [](Faults& f, Value v) { return Read_Flag(v, f.No_Marker); }},
-    Knob{"half", "", "half an image", [](Faults& f, Value v) { return Read_Flag(v, f.Half); }},
+    Knob{"half", "", "half an image, half a log row",
+         [](Faults& f, Value v) { return Read_Flag(v, f.Half); }},
     Knob{"garbage", "", "random bytes for an answer",
          [](Faults& f, Value v) { return Read_Flag(v, f.Garbage); }},
     Knob{"twice", "", "every answer twice", [](Faults& f, Value v) { return Read_Flag(v, f.Twice); }},
@@ -126,6 +135,14 @@ constexpr std::array Knobs = {
          [](Faults& f, Value v) { return Read_Flag(v, f.Burst); }},
     Knob{"stale", "TEXT", "send TEXT behind an answer",
          [](Faults& f, Value v) { return Read_Text(v, f.Stale); }},
+    Knob{"log_pace", "N", "stream log rows n times as fast as a real box",
+         [](Faults& f, Value v) { return Read_Number(v, f.Log_Pace) && f.Log_Pace > 0; }},
+    Knob{"log_late", "SECONDS", "deaf for so long from the first start of a log on",
+         [](Faults& f, Value v) { return Read_Delay(v, f.Log_Late); }},
+    Knob{"log_header", "", "a header line before the rows of a log",
+         [](Faults& f, Value v) { return Read_Flag(v, f.Log_Header); }},
+    Knob{"log_off", "N:SECONDS", "switched off after n log rows, on again after so long",
+         [](Faults& f, Value v) { return Read_Log_Off(v, f); }},
     Knob{"drop_received", "N", "lose the n-th received byte",
          [](Faults& f, Value v) { return Read_Number(v, f.Drop_Received); }},
     Knob{"duplicate_received", "N", "take the n-th received byte twice",

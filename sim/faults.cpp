@@ -58,6 +58,7 @@ bool Fault_Injector::Chosen(Command command) {
 std::string Fault_Injector::Replaced(Command command, std::string answer) {
   if (faults_.Garbage) return Random_Bytes(answer.size());
   if (faults_.Dataset && command == Command::Info) answer = With_Dataset(std::move(answer), *faults_.Dataset);
+  if (command == Command::Log && faults_.Half) answer.resize(answer.size() / 2);
   if (!Is_Image(command)) return answer;
   if (faults_.Lower_Case) answer = With_Lower_Case(std::move(answer));
   if (faults_.No_Marker) answer = Without_Markers(std::move(answer));

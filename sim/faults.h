@@ -38,12 +38,18 @@ struct Faults {
   std::optional<std::uint8_t> Dataset;  ///< Reported in "v" in place of the box's own.
   bool Lower_Case = false;              ///< Image blocks with lower-case digits.
   bool No_Marker = false;               ///< Image blocks with blanks for their markers.
-  bool Half = false;                    ///< Image blocks cut in the middle.
+  bool Half = false;                    ///< Image blocks and log rows cut in the middle.
   bool Garbage = false;                 ///< As many random bytes as the answer has.
   bool Twice = false;                   ///< The answer, and at once again.
   bool Single = false;                  ///< Delivered byte by byte, each at its time on the wire.
   bool Burst = false;                   ///< Held back, then delivered in one piece with the next answer.
   std::string Stale;                    ///< Text that follows the answer in a piece of its own.
+
+  double Log_Pace = 1;      ///< The log stream runs so many times as fast as a real one.
+  double Log_Late = 0;      ///< Seconds for which the box is deaf from the first start of a stream on.
+  bool Log_Header = false;  ///< A header line stands before the rows.
+  std::optional<std::size_t> Log_Off;  ///< The box is switched off after so many rows of the stream,
+  double Log_Off_Seconds = 0;          ///< and on again, not streaming, after so many seconds.
 
   std::optional<std::size_t> Drop_Received;       ///< The n-th byte from the PC, from 1, is lost.
   std::optional<std::size_t> Duplicate_Received;  ///< It comes twice.
@@ -69,12 +75,12 @@ struct Parsed_Faults {
 
 /// One answer after the faults have been at it.
 struct Shaped_Answer {
-  std::string Text;
-  std::string Stale;     ///< Comes behind Text, on its own.
-  double Delay = 0;      ///< Seconds.
-  bool Single = false;   ///< One delivery for each byte.
-  bool Hold = false;     ///< Wait for the next answer.
-  bool Hang_Up = false;  ///< The line closes behind Text.
+  std::string Text = {};
+  std::string Stale = {};  ///< Comes behind Text, on its own.
+  double Delay = 0;        ///< Seconds.
+  bool Single = false;     ///< One delivery for each byte.
+  bool Hold = false;       ///< Wait for the next answer.
+  bool Hang_Up = false;    ///< The line closes behind Text.
 };
 
 /// Applies the answer knobs of one Faults, and counts what they count.

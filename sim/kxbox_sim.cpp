@@ -53,6 +53,12 @@ std::string Set_Dataset(Options& options, const std::string& text) {
   return {};
 }
 
+std::string Set_Drive(Options& options, const std::string& text) {
+  const auto seed = Number(text, 0xFFFFFFFF);
+  options.Box.Drive_Seed = seed.value_or(1);
+  return seed ? "" : "--drive wants a whole number";
+}
+
 /// A longer text would keep the whole answer from arriving while the workbench listens.
 std::string Set_Firmware(Options& options, const std::string& text) {
   if (text.size() > 100 || text.find("Master") != std::string::npos) {
@@ -109,6 +115,7 @@ const std::array All_Options = {
     Option{"dataset", "N", "dataset to report (else byte 255 of the tune, else 108)", Set_Dataset},
     Option{"firmware", "TEXT", "firmware to report", Set_Firmware},
     Option{"serial", "N", "serial number to report, 1234 or 12AFh", Set_Serial},
+    Option{"drive", "N", "seed of the drive that a log tells of", Set_Drive},
     Option{"fast", "", "answer at once, not at 115200 baud", Set_Flag<&Options::Fast>},
     Option{"fault", "KNOBS", "what goes wrong, see below", Set_Faults},
     Option{"save", "FILE.kxs", "write the tune of the box there at the end", Set_Text<&Options::Save>},

@@ -6,7 +6,10 @@
 namespace kx::sim {
 
 Line::Line(Box box, const Faults& faults, Pace pace)
-    : box_(std::move(box)), injector_(faults), character_time_(pace == Pace::Real ? Character_Time : 0) {}
+    : box_(std::move(box)),
+      injector_(faults),
+      character_time_(pace == Pace::Real ? Character_Time : 0),
+      drive_(box_.Contents().Drive_Seed) {}
 
 void Line::Receive(std::string_view bytes, double now) {
   pc_done_ = std::max(pc_done_, now);
@@ -37,19 +40,52 @@ std::string Line::As_Received(char c) const {
 }
 
 void Line::Feed(char c) {
+  Stream_Until(pc_done_);
+  if (pc_done_ < deaf_until_) return;
+  const bool streamed = box_.Streaming();
   std::string answer = box_.Feed({&c, 1});
+  if (!streamed && box_.Streaming()) Begin_Stream();
   if (answer.empty()) return;
   ++counts_.Exchanges;
-  Send(injector_.Shape(box_.Last_Command(), std::move(answer)));
+  Send(injector_.Shape(box_.Last_Command(), std::move(answer)), pc_done_);
 }
 
-void Line::Send(Shaped_Answer answer) {
+void Line::Begin_Stream() {
+  const Faults& faults = injector_.Knobs();
+  next_row_ = pc_done_ + Row_Seconds / faults.Log_Pace;
+  if (faults.Log_Late > 0 && !std::exchange(late_, true)) {
+    box_.Stop_Stream();
+    deaf_until_ = pc_done_ + faults.Log_Late;
+  } else if (faults.Log_Header) {
+    Send({.Text = "RPM AN1 AN2 AN3 AN4 IGN IN TOT ADD\r\n"}, pc_done_);
+  }
+}
+
+/// Sends all rows that are due by @p now.
+void Line::Stream_Until(double now) {
+  while (box_.Streaming() && next_row_ <= now && !hung_up_) Send_Row();
+}
+
+void Line::Send_Row() {
+  const Faults& faults = injector_.Knobs();
+  Send(injector_.Shape(Command::Log, drive_.Next().Text), next_row_);
+  ++counts_.Rows_Sent;
+  ++streamed_;
+  if (faults.Log_Off == streamed_) {
+    box_.Stop_Stream();
+    deaf_until_ = next_row_ + faults.Log_Off_Seconds;
+  }
+  next_row_ += Row_Seconds / faults.Log_Pace;
+}
+
+/// The answer leaves the box when what it has sent before is out.
+void Line::Send(Shaped_Answer answer, double not_before) {
   if (answer.Hold && held_.empty()) {
     held_ = std::move(answer.Text);
     return;
   }
   std::string text = std::exchange(held_, {}) + answer.Text;
-  box_done_ = std::max(box_done_, pc_done_ + answer.Delay);
+  box_done_ = std::max(box_done_, not_before + answer.Delay);
   if (answer.Single) {
     for (const char c : text) Send_Piece(std::string(1, c), Character_Time);
   } else {
@@ -66,6 +102,7 @@ void Line::Send_Piece(std::string text, double character_time) {
 }
 
 std::string Line::Deliver(double now) {
+  Stream_Until(now);
   std::string text;
   while (!on_its_way_.empty() && on_its_way_.front().When <= now) {
     const Delivery piece = std::move(on_its_way_.front());
@@ -78,8 +115,10 @@ std::string Line::Deliver(double now) {
 }
 
 std::optional<double> Line::Next_Delivery() const {
-  if (on_its_way_.empty()) return std::nullopt;
-  return on_its_way_.front().When;
+  std::optional<double> next;
+  if (!on_its_way_.empty()) next = on_its_way_.front().When;
+  if (box_.Streaming() && !hung_up_) next = std::min(next.value_or(next_row_), next_row_);
+  return next;
 }
 
 void Line::Close() {
@@ -92,6 +131,9 @@ void Line::Set_Faults(const Faults& faults) {
   Close();
   hung_up_ = false;
   taken_ = 0;
+  streamed_ = 0;
+  late_ = false;
+  deaf_until_ = 0;
   injector_ = Fault_Injector(faults);
 }
 

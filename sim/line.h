@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "sim/box.h"
+#include "sim/drive.h"
 #include "sim/faults.h"
 
 namespace kx::sim {
@@ -22,6 +23,7 @@ struct Line_Counts {
   std::size_t Exchanges = 0;       ///< Answers that the box gave, before any fault took one away.
   std::size_t Bytes_Received = 0;  ///< From the PC.
   std::size_t Bytes_Sent = 0;      ///< Delivered to the PC.
+  std::size_t Rows_Sent = 0;       ///< Rows of the log stream, before any fault.
 };
 
 /// A box, its faults and the time on the wire, all on a clock that the caller owns.
@@ -61,7 +63,10 @@ class Line {
   void Take(char c);
   [[nodiscard]] std::string As_Received(char c) const;
   void Feed(char c);
-  void Send(Shaped_Answer answer);
+  void Begin_Stream();
+  void Stream_Until(double now);
+  void Send_Row();
+  void Send(Shaped_Answer answer, double not_before);
   void Send_Piece(std::string text, double character_time);
   void Close();
 
@@ -73,6 +78,11 @@ class Line {
   double pc_done_ = 0;     // when the last character of the PC has reached the box
   double box_done_ = 0;    // when the last character of the box reaches the PC
   std::size_t taken_ = 0;  // bytes received since the faults were set
+  Drive drive_;
+  double next_row_ = 0;       // when the stream sends its next row
+  std::size_t streamed_ = 0;  // rows since the faults were set
+  bool late_ = false;         // the first start of a stream has been missed
+  double deaf_until_ = 0;     // the box is off
   bool hung_up_ = false;
   Line_Counts counts_;
 };
