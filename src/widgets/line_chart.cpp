@@ -6,18 +6,10 @@
 #include <numeric>
 
 #include "widgets/chart_look.h"
+#include "workspace/value_scale.h"
 
 namespace kx {
 namespace {
-
-/// The smallest of 1, 2 and 5 times a power of ten that is @p at_least.
-double Nice_Step(double at_least) {
-  const double power = std::pow(10.0, std::floor(std::log10(at_least)));
-  for (const double factor : {1.0, 2.0, 5.0}) {
-    if (factor * power >= at_least) return factor * power;
-  }
-  return 10 * power;
-}
 
 constexpr double smallest_span = 1;    ///< shown units; a flat curve is not blown up into noise
 constexpr double worth_keeping = 0.4;  ///< share of the axis that the curve has to use for it to stay

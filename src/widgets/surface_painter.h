@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QPainter>
+#include <QPalette>
+#include <vector>
+
+#include "workspace/map_data.h"
+#include "workspace/surface_projection.h"
+
+namespace kx {
+
+/// Paints one surface with its box: walls behind it, the cells back to front, the axes in front. RPM runs
+/// across the box, load along it. There is at least one point.
+class Surface_Painter {
+ public:
+  Surface_Painter(QPainter& painter, const QPalette& palette, const Map_Points& points,
+                  const Map_Titles& titles, const Projection& projection);
+
+  /// Paints all of it and gives where the points came to lie.
+  Surface_Shape Paint();
+
+ private:
+  using Direction = double Space_Point::*;
+
+  void Paint_Walls();
+  void Paint_Wall(Space_Point corner, Direction first, Direction second);
+  void Paint_Lines(Space_Point corner, Direction direction, Direction across,
+                   const std::vector<double>& places);
+  void Paint_Surface(const Surface_Shape& shape);
+  void Paint_Ribbon(const Surface_Shape& shape);
+  void Paint_Cell(const Surface_Shape& shape, const Surface_Shape::Cell& cell);
+  void Paint_Point(const Screen_Point& point);
+  void Paint_Axes();
+  void Paint_Entry_Axis(const std::vector<std::string>& labels, const std::string& title, Direction direction,
+                        Direction outward);
+  void Paint_Value_Axis();
+  double Paint_Label(const QPointF& at, const QPointF& direction, double gap, const QString& text);
+
+  [[nodiscard]] QPointF Place(const Space_Point& point) const;
+  [[nodiscard]] QRgb Colour_Of(const Surface_Shape::Cell& cell) const;
+  [[nodiscard]] double Height(double value) const { return box_height * (2 * scale_.Share(value) - 1); }
+
+  QPainter& painter_;
+  QPalette palette_;
+  const Map_Points& points_;
+  const Map_Titles& titles_;
+  const Projection& projection_;
+  Value_Scale scale_;
+  Space_Point back_;   ///< the corner of the floor behind the surface
+  double lowest_ = 0;  ///< values that the ends of the gradient stand for
+  double highest_ = 0;
+  QPixmap point_;
+  std::vector<QRectF> labels_;  ///< where labels stand; one that would cover another is left out
+};
+
+}  // namespace kx
