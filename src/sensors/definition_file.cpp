@@ -39,6 +39,21 @@ void Read_Sensors() {
   for (const std::string& line : Read_Keys("Sens_Def")) Add_Sensor(line);
 }
 
+/// A file that has become shorter takes the choice with it.
+void Keep_Choices_Inside() {
+  for (std::size_t input = 1; input < Sensor_Selection.size(); ++input) {
+    if (Sensor_Selection[input] > Last_Index(Sens_Def.size())) Sensor_Selection[input] = 0;
+  }
+  if (User_Preset > Last_Index(Preset_List.size())) User_Preset = 0;
+}
+
+void Read_Lists() {
+  Reset_Load_Axes_State();
+  Read_Sensors();
+  Read_Load_Axes(Read_Keys("map_lst"));
+  Read_Presets(Read_Keys("preset_list"));
+}
+
 void Read_Selection() {
   for (std::size_t input = 1; input < Sensor_Selection.size(); ++input) {
     const auto sensor = Number_Key("an_sel" + std::to_string(input), 0, Last_Index(Sens_Def.size()));
@@ -61,12 +76,14 @@ void Init_ini_file() {
   card_data_dir = With_Separator(Read_Key("card_data_dir").value_or(""));
   Write_Key("start_dir", start_dir);
   Check_Ini_Writable();
-  Reset_Load_Axes_State();
-  Read_Sensors();
-  Read_Load_Axes(Read_Keys("map_lst"));
-  Read_Presets(Read_Keys("preset_list"));
+  Read_Lists();
   Read_Selection();
   Read_Start_Preset();
+}
+
+void Read_Definitions() {
+  Read_Lists();
+  Keep_Choices_Inside();
 }
 
 }  // namespace kx

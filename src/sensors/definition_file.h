@@ -4,11 +4,14 @@ namespace kx {
 
 /// Reads preferences and definitions from the ini file: COM port, directory of the last tune, sensors, load
 /// axes, presets, sensor selection, start preset and with it DatasetID. Lists without a line keep their
-/// placeholder entries. Needs start_dir and the brand's profile. Runs at start and when the sensor editor
-/// shows.
+/// placeholder entries. Needs start_dir and the brand's profile. Runs at start.
 ///
 /// It lives with the sensors because this is the lowest folder that sees both the configuration store and the
 /// sensors.
 void Init_ini_file();
+
+/// Reads sensors, load axes and presets again, as after a change of the file; what was chosen from them stays
+/// while it is there.
+void Read_Definitions();
 
 }  // namespace kx

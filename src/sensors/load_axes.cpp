@@ -21,18 +21,28 @@ Load_Axis Built_In_Axis() {
   return axis;
 }
 
-/// Axis made from the definition of sensor @p row; the built-in one when that has no values.
-Load_Axis Sensor_Axis(std::size_t row) {
-  if (row >= Sens_Def.size()) return Built_In_Axis();
-  const Sensor& sensor = Sens_Def[row];
-  if (sensor.kind == "Tab") return {{sensor.unit, sensor.kind}, Sens_Tab[row]};
+/// Axis made from a definition; the built-in one when that has no values.
+Load_Axis Axis_From(const Sensor& sensor, const Table_Columns& table) {
+  if (sensor.kind == "Tab") return {{sensor.unit, sensor.kind}, table};
   if (sensor.kind != "Linear") return Built_In_Axis();
-  Load_Axis axis{{sensor.unit, std::string(row_kind)}, {Sens_Tab[row][0]}};
+  Load_Axis axis{{sensor.unit, std::string(row_kind)}, {table[0]}};
   for (int i = 1; i <= table_points; ++i) {
     double raw = counts_a_point * (i - 1);
-    axis.columns[static_cast<std::size_t>(i)] = Forward_Value(sensor, Sens_Tab[row], raw).value_or(0);
+    axis.columns[static_cast<std::size_t>(i)] = Forward_Value(sensor, table, raw).value_or(0);
   }
   return axis;
+}
+
+Load_Axis Sensor_Axis(std::size_t row) {
+  return row < Sens_Def.size() ? Axis_From(Sens_Def[row], Sens_Tab[row]) : Built_In_Axis();
+}
+
+/// A unit as one word, so that a line has it before its first blank.
+std::string One_Word(const std::string& unit) {
+  constexpr const char* no_break = "\u00A0";
+  std::string word;
+  for (const char c : unit) word += c == ' ' ? std::string(no_break) : std::string(1, c);
+  return word.empty() ? no_break : word;
 }
 
 std::vector<std::string_view> Words_Of(std::string_view line) {
@@ -79,6 +89,16 @@ void Read_Load_Axes(const std::vector<std::string>& lines) {
     Add_Row(Parse_Axis(line, MAP_tab.size()));
   }
   while (MAP_tab.size() < Sens_Def.size()) Add_Row(Sensor_Axis(MAP_tab.size()));
+}
+
+std::string Axis_Line(const Sensor& sensor, const Table_Columns& table) {
+  const Load_Axis axis = Axis_From(sensor, table);
+  const std::string mask = Decimals_Mask(static_cast<int>(axis.columns[0]));
+  std::string line = One_Word(axis.def.unit);
+  line += " " + Number_Text(axis.columns[0]);
+  for (int i = 1; i <= table_points; ++i)
+    line += " " + Format(axis.columns[static_cast<std::size_t>(i)], mask);
+  return line;
 }
 
 std::string Load_Axis_Unit(int row) { return MAP_def[Checked_Row(row)].unit; }

@@ -23,6 +23,10 @@ extern std::vector<Table_Columns> MAP_tab;
 /// are those of its sensor, points beyond 33 do not count.
 void Read_Load_Axes(const std::vector<std::string>& lines);
 
+/// The "map_lst" line of a sensor's axis: its unit, its decimals, its values at raw 0, 8 to 256. A blank in
+/// the unit becomes one that does not part words.
+[[nodiscard]] std::string Axis_Line(const Sensor& sensor, const Table_Columns& table);
+
 /// Unit of row @p row; row -1 (no sensor) stands for row 0, here and below. Throws Failure "Subscript out of
 /// range" for a row that is not there.
 [[nodiscard]] std::string Load_Axis_Unit(int row);

@@ -16,8 +16,9 @@ namespace {
 constexpr std::string_view pound_utf8 = "\xC2\xA3";
 constexpr std::string_view pound_1252 = "\xA3";
 
-/// What no write has brought to the disk so far, so that a run without a writable ini file loses nothing.
-std::map<std::string, std::string> unsaved;
+/// What no write has brought to the disk so far, so that a run without a writable ini file loses nothing: by
+/// key, and by the occurrence of a line of a list; occurrence 0 stands for every line with the key.
+std::map<std::pair<std::string, std::size_t>, std::string> unsaved;
 bool failure_told = false;
 
 std::string Ini_Path() { return start_dir + Ini_File_Name; }
@@ -70,7 +71,10 @@ bool Is_Written_Key(std::string_view line, std::string_view key) {
 }
 
 std::string With_Unsaved(std::string bytes) {
-  for (const auto& [key, value] : unsaved) bytes = With_Key(bytes, key, value);
+  for (const auto& [line, value] : unsaved) {
+    const auto& [key, occurrence] = line;
+    bytes = occurrence == 0 ? With_Key(bytes, key, value) : With_List_Line(bytes, {key, occurrence, value});
+  }
   return bytes;
 }
 
@@ -102,6 +106,15 @@ platform::File_Result Save() {
   if (auto result = Read_File(old); !result.Ok()) return result;
   const std::string bytes = With_Unsaved(old);
   return bytes == old ? platform::File_Result{} : platform::Replace_File(Ini_Path(), Beside_Path(), bytes);
+}
+
+/// Brings all of @p unsaved to the disk, or tells once that it cannot.
+void Save_Or_Tell() {
+  if (const auto result = Save(); result.Ok()) {
+    unsaved.clear();
+  } else {
+    Tell_Failure(result.reason);
+  }
 }
 
 }  // namespace
@@ -159,14 +172,36 @@ std::string With_Key(std::string_view bytes, std::string_view key, std::string_v
   return result.append(bytes.substr(text.size()));
 }
 
+std::string With_List_Line(std::string_view bytes, const List_Line& line) {
+  const std::string_view text = Before_End_Of_Text(bytes);
+  const std::string new_line = line.key + "=" + Bytes_Of_Value(line.value);
+  std::size_t occurrence = 0;
+  std::size_t behind_last = text.size();
+  for (std::size_t at = 0; at < text.size();) {
+    const Line old = First_Line(text.substr(at));
+    if (Value_Of(old.text, line.key)) {
+      if (++occurrence == line.occurrence) {
+        return std::string(bytes.substr(0, at)) + new_line + std::string(bytes.substr(at + old.text.size()));
+      }
+      behind_last = at + old.length;
+    }
+    at += old.length;
+  }
+  std::string result(bytes.substr(0, behind_last));
+  if (!result.empty() && result.back() != '\n' && result.back() != '\r') result += Crlf();
+  return result + new_line + Crlf() + std::string(bytes.substr(behind_last));
+}
+
 void Write_Key(std::string_view key, std::string_view value) {
   if (Ini_File_Name.empty()) return;
-  unsaved[std::string(key)] = value;
-  if (const auto result = Save(); result.Ok()) {
-    unsaved.clear();
-  } else {
-    Tell_Failure(result.reason);
-  }
+  unsaved[{std::string(key), 0}] = value;
+  Save_Or_Tell();
+}
+
+void Write_List_Lines(const std::vector<List_Line>& lines) {
+  if (Ini_File_Name.empty()) return;
+  for (const List_Line& line : lines) unsaved[{line.key, line.occurrence}] = line.value;
+  Save_Or_Tell();
 }
 
 void Check_Ini_Writable() {

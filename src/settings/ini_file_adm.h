@@ -32,11 +32,25 @@ namespace kx {
 /// succeeds.
 void Write_Key(std::string_view key, std::string_view value);
 
+/// One line of a list: the @p occurrence-th (from 1) of all lines with @p key.
+struct List_Line {
+  std::string key;
+  std::size_t occurrence;
+  std::string value;
+};
+
+/// Sets each of @p lines in place; one beyond the end of its list follows the list's last line, or makes the
+/// list at the end of the text. All of them go to the disk together; what is said of Write_Key holds.
+void Write_List_Lines(const std::vector<List_Line>& lines);
+
 /// Shows the box of a failed write when the ini file could not be written at present.
 void Check_Ini_Writable();
 
 /// File text @p bytes with every "key=" line set to @p value, or with such a line at the end of the text.
 [[nodiscard]] std::string With_Key(std::string_view bytes, std::string_view key, std::string_view value);
+
+/// The same with the line of a list, which has the place of its occurrence or follows the last one.
+[[nodiscard]] std::string With_List_Line(std::string_view bytes, const List_Line& line);
 
 /// Field @p n (from 1) of a TAB separated line, up to the next TAB, else ";", else CR. Empty when the line
 /// has fewer fields; when nothing ends the field it is empty too and a box says so.
