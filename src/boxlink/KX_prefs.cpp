@@ -11,7 +11,8 @@
 #include "boxlink/port_map.h"
 #include "boxlink/preferences.h"
 #include "settings/session.h"
-#include "workspace/panels/Form_Helpers.h"
+#include "widgets/form_helpers.h"
+#include "widgets/wheel_guard.h"
 
 namespace kx {
 namespace {
@@ -37,6 +38,7 @@ KX_prefs::KX_prefs(QWidget* parent) : QWidget(parent, Qt::Window) {
   layout->addWidget(Make_Interface_Options());
   layout->addStretch(1);
   layout->addWidget(Make_Buttons());
+  Guard_Wheels_In(this);
   Show_Preferences();
 }
 

@@ -10,9 +10,11 @@
 #include "boxlink/preferences.h"
 #include "settings/brand.h"
 #include "settings/refresh.h"
+#include "widgets/form_helpers.h"
+#include "widgets/open_form.h"
+#include "widgets/wheel_guard.h"
 #include "workspace/box_settings.h"
 #include "workspace/history.h"
-#include "workspace/panels/Form_Helpers.h"
 #include "workspace/setting_file_commands.h"
 #include "workspace/shut_down.h"
 #include "workspace/start_up.h"
@@ -45,6 +47,7 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   if (!Program_Name.empty()) QApplication::setApplicationName(Text(Program_Name));
   Make_Layout();
   Make_Menus();
+  Guard_Wheels_In(this);
   Set_Hooks();
   Guarded(Load_Event);
   prefs_ = std::make_unique<KX_prefs>();
@@ -95,8 +98,7 @@ void BoostProgMain::Make_Layout() {
   statusBar()->addWidget(preset_status_, 1);
   config_ = std::make_unique<KX_Config>(controls_, *this);
   summary_ = std::make_unique<KX_Setting_Summary>();
-  connect(config_.get(), &KX_Config::Summary_Wanted, summary_.get(),
-          &KX_Setting_Summary::Open_With_Box_Settings);
+  connect(config_.get(), &KX_Config::Summary_Wanted, this, &BoostProgMain::Open_Summary);
 }
 
 void BoostProgMain::Make_Menus() {
@@ -112,11 +114,11 @@ void BoostProgMain::Make_Menus() {
   Entry(edit, "edit_undo", "&Undo", QKeySequence("Ctrl+Z"), Undo);
   Entry(edit, "edit_redo", "&Redo", QKeySequence("Ctrl+Y"), Redo);
   QMenu* settings = menuBar()->addMenu("&Settings");
-  QAction* config =
-      settings->addAction("&Box settings...", QKeySequence("F2"), this, [this] { Show_Form(*config_); });
+  QAction* config = settings->addAction("&Box settings...", QKeySequence("F2"), this,
+                                        [this] { Open_Form(*config_, *this); });
   config->setObjectName("Box_Settings");
   QAction* prefs =
-      settings->addAction("&PC settings...", QKeySequence("F4"), this, [this] { Show_Form(*prefs_); });
+      settings->addAction("&PC settings...", QKeySequence("F4"), this, [this] { Open_Form(*prefs_, *this); });
   prefs->setObjectName("PC_Settings");
   QAction* next = settings->addAction("&Next card interface");
   next->setObjectName("toggle_interface");
@@ -127,8 +129,8 @@ void BoostProgMain::Make_Menus() {
   });
   Entry(settings, "toggle_interface_box_chip", "Other side of the &link panel", QKeySequence("Ctrl+Shift+T"),
         toggle_interface_box_chip);
-  QAction* summary = settings->addAction("Setting &summary...", QKeySequence("F3"), this,
-                                         [this] { summary_->Open_With_Box_Settings(); });
+  QAction* summary =
+      settings->addAction("Setting &summary...", QKeySequence("F3"), this, &BoostProgMain::Open_Summary);
   summary->setObjectName("Setting_Summary");
   QMenu* help = menuBar()->addMenu("&Help");
   help->menuAction()->setObjectName("Help_menu");
@@ -191,10 +193,9 @@ void BoostProgMain::Tab_Changed() {
   Guarded(Shown_Tab_Changed);
 }
 
-void BoostProgMain::Show_Form(QWidget& form) {
-  form.show();
-  form.raise();
-  form.activateWindow();
+void BoostProgMain::Open_Summary() {
+  summary_->Show_With_Box_Settings();
+  Open_Form(*summary_, *this);
 }
 
 /// Box settings go down and come back with the main form.

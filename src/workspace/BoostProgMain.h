@@ -42,8 +42,7 @@ class BoostProgMain : public QMainWindow {
   void Show_Title();
   void Show_Table(Table table);
   void Tab_Changed();
-
-  static void Show_Form(QWidget& form);
+  void Open_Summary();
 
   Control_Index controls_;
   QTabWidget* sstab_Main_;

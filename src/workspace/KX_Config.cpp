@@ -15,8 +15,9 @@
 #include "settings/image.h"
 #include "settings/presets.h"
 #include "settings/refresh.h"
+#include "widgets/form_helpers.h"
+#include "widgets/wheel_guard.h"
 #include "workspace/box_settings.h"
-#include "workspace/panels/Form_Helpers.h"
 #include "workspace/start_up.h"
 
 namespace kx {
@@ -72,6 +73,7 @@ KX_Config::KX_Config(Control_Index& index, QWidget& main_form) : index_(index) {
                         2 * area->frameWidth());
   advanced_->hide();
   development_->hide();
+  Guard_Wheels_In(this);
   resize(sizeHint().width(), fontMetrics().height() * 42);
 }
 

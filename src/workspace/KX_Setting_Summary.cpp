@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "workspace/panels/Form_Helpers.h"
+#include "widgets/form_helpers.h"
 #include "workspace/setting_summary.h"
 #include "workspace/summary_commands.h"
 
@@ -56,12 +56,7 @@ void KX_Setting_Summary::Make_Menus() {
   entry(view, "View_box_settings", "&Box settings", {}, Summary_View_Box_Settings_Click);
 }
 
-void KX_Setting_Summary::Open_With_Box_Settings() {
-  Guarded(Summary_View_Box_Settings_Click);
-  show();
-  raise();
-  activateWindow();
-}
+void KX_Setting_Summary::Show_With_Box_Settings() { Guarded(Summary_View_Box_Settings_Click); }
 
 /// The platform's dialog; without a printer it offers a PDF file.
 void KX_Setting_Summary::Print() {

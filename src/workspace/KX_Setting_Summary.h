@@ -12,8 +12,8 @@ class KX_Setting_Summary : public QMainWindow {
  public:
   explicit KX_Setting_Summary(QWidget* parent = nullptr);
 
-  /// Builds the report of the present tune and shows the form.
-  void Open_With_Box_Settings();
+  /// Builds the report of the present tune.
+  void Show_With_Box_Settings();
 
  private:
   void Make_Menus();

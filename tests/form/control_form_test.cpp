@@ -143,14 +143,25 @@ TEST_F(Control_Form, The_Rpm_Indicator_Shows_Whole_Numbers_And_Takes_Five_Charac
   EXPECT_EQ(CardByte[map::rpm_indicator], 160);
 }
 
-TEST_F(Control_Form, A_Wheel_In_Passing_Changes_Nothing) {
-  auto* slider = Anywhere<QSlider>("HScroll1");
-  slider->clearFocus();
+/// Neither in passing nor on the control that has the focus; what is not accepted scrolls the page.
+TEST_F(Control_Form, The_Wheel_Changes_No_Value) {
+  Config()->show();
   const Byte_Image before = CardByte;
-  QWheelEvent wheel({5, 5}, slider->mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
-                    Qt::NoScrollPhase, false);
-  QApplication::sendEvent(slider, &wheel);
+  const int dataset = DatasetID;
+  for (const char* name : {"HScroll1", "Mod_combo", "boost_combo", "boost_limit_scroll"}) {
+    auto* control = Anywhere<QWidget>(name);
+    for (const bool focused : {false, true}) {
+      focused ? control->setFocus() : control->clearFocus();
+      for (const int by : {120, -120, -120}) {
+        QWheelEvent wheel({5, 5}, control->mapToGlobal(QPointF(5, 5)), {}, {0, by}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(control, &wheel);
+        EXPECT_FALSE(wheel.isAccepted()) << name;
+      }
+    }
+  }
   EXPECT_EQ(CardByte, before);
+  EXPECT_EQ(DatasetID, dataset);
 }
 
 /// Numbers that no view can show must not keep the program from starting.

@@ -5,8 +5,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "widgets/number_box.h"
 #include "workspace/analog2.h"
-#include "workspace/panels/Form_Helpers.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
@@ -15,14 +15,6 @@ namespace {
 constexpr int analog1_tab = 0;
 constexpr int maf_output_tab = 2;
 constexpr int maf_limit_tab = 3;
-
-QLineEdit* Number_Box(const QString& name, Shown_Text& text) {
-  auto* box = new QLineEdit;
-  box->setObjectName(name);
-  box->setAlignment(Qt::AlignRight);
-  Bind_Text(box, text);
-  return box;
-}
 
 }  // namespace
 
@@ -77,8 +69,9 @@ QWidget* Analog_Panel::Make_Generator() {
   On_Click(run, Command12_Click);
   auto* layout = new QGridLayout(frame);
   layout->addWidget(new QLabel("Gain         Offset"), 0, 0, 1, 2);
-  layout->addWidget(Number_Box("an_gain", an_gain), 1, 0);
-  layout->addWidget(Number_Box("an_offset", an_offset), 1, 1);
+  layout->addWidget(Typed_Number("an_gain", an_gain, "Gain of the generated curve: 0 to 255 %"), 1, 0);
+  layout->addWidget(Typed_Number("an_offset", an_offset, "Offset of the generated curve: -2.51 to 2.49 V"), 1,
+                    1);
   layout->addWidget(run, 1, 2);
   return frame;
 }

@@ -15,7 +15,7 @@
 #include "boxlink/timer_engine.h"
 #include "settings/brand.h"
 #include "settings/refresh.h"
-#include "workspace/panels/Form_Helpers.h"
+#include "widgets/form_helpers.h"
 #include "workspace/update_views.h"
 #include "workspace/view_hooks.h"
 

@@ -10,29 +10,12 @@
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 
-#include "workspace/panels/Form_Helpers.h"
+#include "widgets/form_helpers.h"
+#include "widgets/wheel_guard.h"
 
 namespace kx {
 namespace {
-
-/// A wheel over a control that has not the focus scrolls the page: it must not change the tune in passing.
-class Wheel_Guard : public QObject {
- public:
-  using QObject::QObject;
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    const auto* widget = qobject_cast<QWidget*>(watched);
-    if (event->type() != QEvent::Wheel || widget == nullptr || widget->hasFocus()) return false;
-    event->ignore();
-    return true;
-  }
-};
-
-void Guard_Wheel(QWidget* widget) {
-  widget->setFocusPolicy(Qt::StrongFocus);
-  widget->installEventFilter(new Wheel_Guard(widget));
-}
 
 QLineEdit* Read_Only_Text(const QString& name) {
   auto* text = new QLineEdit;

@@ -1,5 +1,5 @@
 #include "workspace/panels/Fuel_Panel.h"
-#include "workspace/panels/Form_Helpers.h"
+#include "widgets/form_helpers.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

@@ -6,7 +6,7 @@
 
 #include "settings/image.h"
 #include "settings/session.h"
-#include "workspace/panels/Form_Helpers.h"
+#include "widgets/form_helpers.h"
 
 namespace kx {
 namespace {

@@ -3,8 +3,8 @@
 #include <QCheckBox>
 #include <QVBoxLayout>
 
+#include "widgets/form_helpers.h"
 #include "workspace/box_settings.h"
-#include "workspace/panels/Form_Helpers.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {

@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "workspace/panels/Form_Helpers.h"
+#include "widgets/form_helpers.h"
 #include "workspace/table_limits.h"
 #include "workspace/table_operations.h"
 

@@ -2,8 +2,8 @@
 
 #include <QHBoxLayout>
 
+#include "widgets/form_helpers.h"
 #include "workspace/cell_editing.h"
-#include "workspace/panels/Form_Helpers.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {

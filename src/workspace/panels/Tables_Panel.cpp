@@ -1,25 +1,8 @@
 #include "workspace/panels/Tables_Panel.h"
 
-#include <QScrollArea>
-#include <QVBoxLayout>
+#include "widgets/scroll_page.h"
 
 namespace kx {
-
-QLabel* Named_Text(const QString& name, const QString& text) {
-  auto* label = new QLabel(text);
-  label->setObjectName(name);
-  label->setWordWrap(true);
-  return label;
-}
-
-QFrame* Plain_Frame(const QString& name, QWidget* inside) {
-  auto* frame = new QFrame;
-  frame->setObjectName(name);
-  auto* layout = new QVBoxLayout(frame);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(inside);
-  return frame;
-}
 
 Tables_Panel::Tables_Panel(const QString& name, QWidget* parent) : QTabWidget(parent) { setObjectName(name); }
 
@@ -33,11 +16,7 @@ Table_Page* Tables_Panel::Add_Page(const QString& caption, Table table,
 }
 
 void Tables_Panel::Add_Scrolled(const QString& caption, QWidget* page) {
-  auto* area = new QScrollArea;
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidget(page);
-  addTab(area, caption);
+  addTab(new Scroll_Page(page), caption);
 }
 
 void Tables_Panel::Show_Values() {

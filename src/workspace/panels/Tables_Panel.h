@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QFrame>
-#include <QLabel>
 #include <QTabWidget>
 #include <functional>
 #include <vector>
 
+#include "widgets/form_helpers.h"
 #include "workspace/panels/Table_Page.h"
 
 namespace kx {
@@ -37,11 +36,5 @@ class Tables_Panel : public QTabWidget {
  private:
   std::vector<Table_Page*> pages_;
 };
-
-/// A wrapped text of that name.
-[[nodiscard]] QLabel* Named_Text(const QString& name, const QString& text = {});
-
-/// A frame that holds one widget without margins.
-[[nodiscard]] QFrame* Plain_Frame(const QString& name, QWidget* inside);
 
 }  // namespace kx

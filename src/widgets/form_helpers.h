@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QFrame>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QString>
@@ -39,10 +41,12 @@ void Follow(Widget* widget, Shown_Text& text, Show show) {
 }
 
 /// Keeps a one-line box and the core's text of it the same, both ways.
-inline void Bind_Text(QLineEdit* box, Shown_Text& text) {
-  Follow(box, text, [](QLineEdit* line, const QString& shown) { line->setText(shown); });
-  QObject::connect(box, &QLineEdit::textEdited, box,
-                   [&text](const QString& typed) { text.Typed(typed.toStdString()); });
-}
+void Bind_Text(QLineEdit* box, Shown_Text& text);
+
+/// A wrapped text of that name.
+[[nodiscard]] QLabel* Named_Text(const QString& name, const QString& text = {});
+
+/// A frame that holds one widget without margins.
+[[nodiscard]] QFrame* Plain_Frame(const QString& name, QWidget* inside);
 
 }  // namespace kx
