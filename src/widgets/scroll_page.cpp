@@ -12,7 +12,8 @@ Scroll_Page::Scroll_Page(QWidget* content, QWidget* parent) : QScrollArea(parent
 
 QSize Scroll_Page::sizeHint() const {
   const int bar = verticalScrollBar()->sizeHint().width();
-  return widget()->sizeHint() + QSize(bar + 2 * frameWidth(), 2 * frameWidth());
+  return widget()->sizeHint().expandedTo(widget()->minimumSize()) +
+         QSize(bar + 2 * frameWidth(), 2 * frameWidth());
 }
 
 /// Some lines of text high, some words wide.
