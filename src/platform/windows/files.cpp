@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -90,16 +91,83 @@ bool Is_Directory(const std::string& path) {
   return (Attributes(path).value_or(0) & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// A name beside @p path that belongs to nobody.
-std::string Free_Name_Beside(const std::string& path) {
-  std::string name = path + ".new";
-  for (int i = 1; Attributes(name); ++i) name = path + "." + std::to_string(i) + ".new";
-  return name;
+/// Where new content is written: a name that nobody else gives a file, so that what a killed save has left is
+/// known as ours at the next one.
+std::string Name_Beside(const std::string& path) { return path + ".kxbench-new"; }
+
+/// Where the old content lies while the file itself is written: next to it, or in the user's own folder for
+/// such files, under a name made from the whole path.
+std::array<std::string, 2> Names_Of_Copy(const std::string& path) {
+  std::error_code none;
+  std::string name = path;
+  for (char& c : name) {
+    if (c == '/' || c == '\\' || c == ':') c = '%';
+  }
+  const std::u8string folder = std::filesystem::temp_directory_path(none).generic_u8string();
+  return {path + ".kxbench-old", std::string(folder.begin(), folder.end()) + name + ".kxbench-old"};
 }
 
-/// Why the file @p path cannot be replaced by way of @p beside, as far as that can be seen at once.
-File_Result Refusal_To_Replace(const std::string& path, const std::string& beside) {
-  if (Is_Directory(path) || Is_Directory(beside)) return {path + is_directory};
+void Remove_Copies(const std::string& path) {
+  for (const std::string& name : Names_Of_Copy(path)) DeleteFileW(Wide_Text(name).c_str());
+}
+
+/// Another way to the same file can help where names or folders are in the way, not where the disk is.
+bool Another_Way_May_Help(DWORD reason) {
+  switch (reason) {
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_NOT_SAME_DEVICE:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_FILE_EXISTS:
+    case ERROR_FILENAME_EXCED_RANGE:
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// 0, or the system's reason; nothing stays beside then.
+DWORD Replace_By_Way_Of(const std::string& beside, const std::string& path, const std::string& bytes) {
+  const DWORD attributes = Attributes(path).value_or(FILE_ATTRIBUTE_NORMAL);
+  if (const DWORD reason = Write_And_Flush(beside, bytes, attributes); reason != 0) return reason;
+  constexpr DWORD over = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+  if (MoveFileExW(Wide_Text(beside).c_str(), Wide_Text(path).c_str(), over) != 0) return 0;
+  const DWORD reason = GetLastError();
+  DeleteFileW(Wide_Text(beside).c_str());
+  return reason;
+}
+
+/// The whole of the open file from its first byte, cut behind it, flushed.
+bool Overwrite(HANDLE file, const std::string& bytes) {
+  return SetFilePointer(file, 0, nullptr, FILE_BEGIN) == 0 && Write_All(file, bytes) &&
+         SetEndOfFile(file) != 0 && FlushFileBuffers(file) != 0;
+}
+
+/// For a file that nothing can be renamed over. A program killed on the way leaves the copy; a disk that
+/// fills up gets the old content back.
+File_Result Write_In_Place(const std::string& path, const std::string& bytes) {
+  std::string content;
+  if (auto result = Read_Whole_File(path, content); !result.Ok()) return result;
+  const auto names = Names_Of_Copy(path);
+  std::string copy = names[0];
+  DWORD reason = Write_And_Flush(copy, content, FILE_ATTRIBUTE_NORMAL);
+  if (reason != 0) reason = Write_And_Flush(copy = names[1], content, FILE_ATTRIBUTE_NORMAL);
+  if (reason != 0) return Failed(path, reason);
+  const Open_File file(CreateFileW(Wide_Text(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (file.Is_Open() && Overwrite(file.Handle(), bytes)) return {};
+  auto result = Failed(path, GetLastError());
+  if (!file.Is_Open() || Overwrite(file.Handle(), content)) {
+    DeleteFileW(Wide_Text(copy).c_str());
+  } else {
+    result.reason += "; the old content is in " + copy;
+  }
+  return result;
+}
+
+/// Why the file @p path cannot be replaced, as far as that can be seen at once.
+File_Result Refusal_To_Replace(const std::string& path) {
+  if (Is_Directory(path)) return {path + is_directory};
   const bool is_protected = (Attributes(path).value_or(0) & FILE_ATTRIBUTE_READONLY) != 0;
   return {is_protected ? path + ": the file is write protected" : ""};
 }
@@ -120,23 +188,27 @@ File_Result Read_Whole_File(const std::string& path, std::string& bytes) {
 }
 
 File_Result Replace_File(const std::string& path, const std::string& beside, const std::string& bytes) {
-  if (auto refusal = Refusal_To_Replace(path, beside); !refusal.Ok()) return refusal;
-  const DWORD attributes = Attributes(path).value_or(FILE_ATTRIBUTE_NORMAL);
-  if (const DWORD reason = Write_And_Flush(beside, bytes, attributes); reason != 0)
-    return Failed(path, reason);
-  constexpr DWORD over = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-  if (MoveFileExW(Wide_Text(beside).c_str(), Wide_Text(path).c_str(), over) != 0) return {};
-  const DWORD reason = GetLastError();
-  DeleteFileW(Wide_Text(beside).c_str());
-  return Failed(path, reason);
+  if (auto refusal = Refusal_To_Replace(path); !refusal.Ok()) return refusal;
+  const bool exists = Attributes(path).has_value();
+  DWORD reason = Replace_By_Way_Of(beside, path, bytes);
+  if (Another_Way_May_Help(reason) && beside != Name_Beside(path)) {
+    reason = Replace_By_Way_Of(Name_Beside(path), path, bytes);
+  }
+  if (reason != 0 && (!exists || !Another_Way_May_Help(reason))) return Failed(path, reason);
+  if (reason != 0) {
+    if (auto result = Write_In_Place(path, bytes); !result.Ok()) return result;
+  }
+  Remove_Copies(path);
+  return {};
 }
 
 File_Result Replace_File(const std::string& path, const std::string& bytes) {
-  return Replace_File(path, Free_Name_Beside(path), bytes);
+  return Replace_File(path, Name_Beside(path), bytes);
 }
 
 File_Result Check_Replaceable(const std::string& path, const std::string& beside) {
-  if (auto refusal = Refusal_To_Replace(path, beside); !refusal.Ok()) return refusal;
+  if (auto refusal = Refusal_To_Replace(path); !refusal.Ok()) return refusal;
+  if (Attributes(path)) return {};
   Open_File file(New_File(beside, FILE_ATTRIBUTE_NORMAL));
   if (!file.Is_Open()) return Failed(path, GetLastError());
   file.Close();
