@@ -104,21 +104,37 @@ class Qt_Ask_Files : public testing::Test {
 TEST_F(Qt_Ask_Files, Open_Takes_Names_With_And_Without_Extension) {
   Make("plain");
   Make("tune.kxs");
+  Make("tune 1.5.kxs");
+  Make("tune 1.6");
   for (const auto& [typed, opened] :
-       {std::pair("plain", "plain"), std::pair("tune.kxs", "tune.kxs"), std::pair("tune", "tune.kxs")}) {
+       {std::pair("plain", "plain"), std::pair("tune.kxs", "tune.kxs"), std::pair("tune", "tune.kxs"),
+        std::pair("tune 1.5", "tune 1.5.kxs"), std::pair("tune 1.6", "tune 1.6")}) {
     Type("open_dialog", typed);
     EXPECT_EQ(Qt_Ask().Open_Name(Question()), Path(opened));
   }
 }
 
+TEST_F(Qt_Ask_Files, Save_Adds_The_Extension_To_Every_Name_That_Lacks_It) {
+  File_Question both = Question();
+  both.filter = "Image|*.bmp|Tunes|*.kxs; *.kxl";
+  for (const auto& [typed, saved] :
+       {std::pair("tune", "tune.kxs"), std::pair("tune 1.5", "tune 1.5.kxs"), std::pair("a.KXS", "a.KXS"),
+        std::pair("b.kxs", "b.kxs"), std::pair("a.bmp", "a.bmp.kxs"), std::pair("dot.", "dot..kxs")}) {
+    Type("save_dialog", typed);
+    EXPECT_EQ(Qt_Ask().Save_Name(Question()), Path(saved));
+  }
+  Type("save_dialog", "a.bmp");
+  EXPECT_EQ(Qt_Ask().Save_Name(both), Path("a.bmp"));
+}
+
 TEST_F(Qt_Ask_Files, Save_Asks_Before_It_Overwrites_What_The_Extension_Leads_To) {
-  Make("tune.kxs");
+  Make("tune 1.5.kxs");
   QString asked;
   When_Open<QFileDialog>("save_dialog", [&](QFileDialog& dialog) {
     auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
     EXPECT_EQ(dialog.windowTitle(), "Title");
     EXPECT_EQ(name->text(), "New1.kxs");
-    name->setText("tune");
+    name->setText("tune 1.5");
     QTimer::singleShot(0, [&] {
       auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       ASSERT_NE(question, nullptr);
@@ -130,7 +146,7 @@ TEST_F(Qt_Ask_Files, Save_Asks_Before_It_Overwrites_What_The_Extension_Leads_To)
     dialog.reject();
   });
   EXPECT_EQ(Qt_Ask().Save_Name(Question("New1.kxs")), std::nullopt);
-  EXPECT_TRUE(asked.startsWith("tune.kxs already exists")) << asked.toStdString();
+  EXPECT_TRUE(asked.startsWith("tune 1.5.kxs already exists")) << asked.toStdString();
 }
 
 TEST_F(Qt_Ask_Files, Cancel_Gives_No_Name_And_A_Lost_Directory_Gives_The_Working_One) {

@@ -5,7 +5,9 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <algorithm>
 #include <array>
 
 namespace kx::platform {
@@ -66,22 +68,38 @@ void Prepare(QFileDialog& dialog, const File_Question& question) {
   if (!question.name.empty()) dialog.selectFile(QString::fromStdString(question.name));
 }
 
-/// Adds the default extension only to a name that is no file as it stands, so that files without one open
-/// too.
-class Open_Dialog : public QFileDialog {
+/// True when @p name ends in the extension of the question or in one that its filter names, in any case.
+bool Has_Extension(const QString& name, const File_Question& question) {
+  QStringList patterns{"*." + QString::fromStdString(question.default_extension)};
+  for (const QString& filter : Name_Filters(question.filter)) {
+    const QString inside = filter.section('(', -1).chopped(1);
+    patterns += inside.split(' ', Qt::SkipEmptyParts);
+  }
+  return std::ranges::any_of(patterns, [&name](const QString& pattern) {
+    return pattern.startsWith("*.") && name.endsWith(pattern.mid(1), Qt::CaseInsensitive);
+  });
+}
+
+/// Adds the default extension to a name that lacks it, whatever else stands behind a dot in it, before the
+/// dialog looks whether such a file is there. A name that is a directory stays, and in a dialog that opens
+/// files every name of a file.
+class Name_Dialog : public QFileDialog {
  public:
-  Open_Dialog(QWidget* parent, const std::string& extension)
-      : QFileDialog(parent), extension_(QString::fromStdString(extension)) {}
+  Name_Dialog(QWidget* parent, const File_Question& question) : QFileDialog(parent), question_(question) {}
 
  protected:
   void accept() override {
-    setDefaultSuffix("");
-    if (!QFileInfo::exists(selectedFiles().value(0))) setDefaultSuffix(extension_);
+    const QFileInfo chosen(selectedFiles().value(0));
+    const bool taken = chosen.isDir() || (chosen.exists() && acceptMode() == AcceptOpen);
+    auto* name = findChild<QLineEdit*>("fileNameEdit");
+    if (!taken && !name->text().isEmpty() && !Has_Extension(name->text(), question_)) {
+      name->setText(name->text() + "." + QString::fromStdString(question_.default_extension));
+    }
     QFileDialog::accept();
   }
 
  private:
-  QString extension_;
+  const File_Question& question_;
 };
 
 std::optional<std::string> Chosen_Name(QFileDialog& dialog) {
@@ -115,7 +133,7 @@ Answer Qt_Ask::Show(const Message& message) {
 }
 
 std::optional<std::string> Qt_Ask::Open_Name(const File_Question& question) {
-  Open_Dialog dialog(QApplication::activeWindow(), question.default_extension);
+  Name_Dialog dialog(QApplication::activeWindow(), question);
   dialog.setObjectName("open_dialog");
   dialog.setFileMode(QFileDialog::ExistingFile);
   Prepare(dialog, question);
@@ -123,10 +141,9 @@ std::optional<std::string> Qt_Ask::Open_Name(const File_Question& question) {
 }
 
 std::optional<std::string> Qt_Ask::Save_Name(const File_Question& question) {
-  QFileDialog dialog(QApplication::activeWindow());
+  Name_Dialog dialog(QApplication::activeWindow(), question);
   dialog.setObjectName("save_dialog");
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setDefaultSuffix(QString::fromStdString(question.default_extension));
   Prepare(dialog, question);
   return Chosen_Name(dialog);
 }
