@@ -37,26 +37,32 @@ std::optional<std::uint8_t> Next_Number(std::string_view& text) {
   return static_cast<std::uint8_t>(whole);
 }
 
-/// Text of an item in quotes, when nothing but blanks stands between it and what ends the item.
-std::optional<std::string_view> Next_Quoted(std::string_view& text) {
-  if (!text.starts_with('"')) return {};
-  const std::size_t close = text.find('"', 1);
-  if (close == std::string_view::npos) return {};
-  std::string_view rest = text.substr(close + 1);
-  Skip_Blanks(rest);
-  if (!Skip_Separator(rest) && !rest.empty()) return {};
-  const std::string_view item = text.substr(1, close - 1);
-  text = rest;
-  return item;
+/// @p item without the quotes around it; blanks outside of them stay.
+std::string Without_Quotes(std::string_view item) {
+  std::string text(item);
+  const std::size_t open = text.find('"');
+  const std::size_t close = text.rfind('"');
+  if (open < close) text.erase(close, 1).erase(open, 1);
+  return text;
 }
 
-std::string_view Next_Item(std::string_view& text) {
-  Skip_Blanks(text);
-  if (const auto quoted = Next_Quoted(text)) return *quoted;
-  const std::string_view item = text.substr(0, text.find_first_of(",\r\n"));
-  text.remove_prefix(item.size());
+/// Length of an item in quotes with the blanks around it, when nothing but those stands before what ends it.
+std::optional<std::size_t> Quoted_Length(std::string_view text) {
+  const std::size_t open = std::min(text.find_first_not_of(" \t"), text.size());
+  const std::size_t close = text.find('"', open + 1);
+  if (text.substr(open, 1) != "\"" || close == std::string_view::npos) return {};
+  const std::size_t end = std::min(text.find_first_not_of(" \t", close + 1), text.size());
+  if (end < text.size() && text[end] != ',' && !Is_Line_End(text[end])) return {};
+  return end;
+}
+
+std::string Next_Item(std::string_view& text) {
+  const auto quoted = Quoted_Length(text);
+  const std::size_t length = quoted.value_or(std::min(text.find_first_of(",\r\n"), text.size()));
+  const std::string_view item = text.substr(0, length);
+  text.remove_prefix(length);
   Skip_Separator(text);
-  return item;
+  return quoted ? Without_Quotes(item) : std::string(item);
 }
 
 }  // namespace

@@ -17,8 +17,8 @@ struct Setting_File {
 };
 
 /// Reads a .kxs file. Numbers may be parted by blanks, line ends or a comma. The description is read item by
-/// item: an item ends at a comma or a line end, quotes around an item drop. Nothing when it is no such file,
-/// which is found at the first wrong item, whatever the size of the file.
+/// item: an item ends at a comma or a line end, quotes around an item drop, all else stays. Nothing when it
+/// is no such file, which is found at the first wrong item, whatever the size of the file.
 [[nodiscard]] std::optional<Setting_File> Parse_Setting_File(std::string_view bytes);
 
 /// The bytes of a .kxs file. @p description in UTF-8 goes out with its own inner line ends.

@@ -6,11 +6,12 @@
 namespace kx {
 namespace {
 
-/// Code points of bytes 80 to 9F; 0 where the code page has none.
+/// Code points of bytes 80 to 9F. The five that the code page leaves open stand for the control characters of
+/// their own number, so that every byte comes back.
 constexpr std::array<char32_t, 32> upper_controls{
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 void Append_Utf8(std::string& text, char32_t code) {
   if (code < 0x80) {
@@ -73,8 +74,7 @@ std::string From_Windows_1252(std::string_view bytes) {
   text.reserve(bytes.size());
   for (const char c : bytes) {
     const auto byte = static_cast<unsigned char>(c);
-    const char32_t code = byte >= 0x80 && byte < 0xA0 ? upper_controls[byte - 0x80U] : byte;
-    Append_Utf8(text, code == 0 && byte != 0 ? U'?' : code);
+    Append_Utf8(text, byte >= 0x80 && byte < 0xA0 ? upper_controls[byte - 0x80U] : byte);
   }
   return text;
 }

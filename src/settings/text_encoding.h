@@ -13,7 +13,7 @@ namespace kx {
 /// File text from UTF-8; a character that has no place in Windows-1252 becomes "?".
 [[nodiscard]] std::string To_Windows_1252(std::string_view utf8);
 
-/// UTF-8 from file text; the five unused codes become "?".
+/// UTF-8 from file text. Every byte comes back by To_Windows_1252, the five without a character too.
 [[nodiscard]] std::string From_Windows_1252(std::string_view bytes);
 
 /// UTF-8 from what came over the line, one character a byte.

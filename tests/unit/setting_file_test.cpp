@@ -39,7 +39,7 @@ TEST(Setting_File, Numbers_May_Be_Parted_In_Every_Usual_Way) {
     const auto file = Parse_Setting_File(bytes);
     ASSERT_TRUE(file) << bytes.substr(0, 40);
     EXPECT_EQ(file->image, Counting()) << bytes.substr(0, 40);
-    EXPECT_EQ(file->description.find_first_not_of("\r\n"), std::string::npos) << bytes.substr(0, 40);
+    EXPECT_EQ(file->description.find_first_not_of(" \r\n"), std::string::npos) << bytes.substr(0, 40);
   }
 }
 
@@ -79,12 +79,15 @@ TEST(Setting_File, A_Description_Is_Read_Item_By_Item) {
                           {"a,b\r\n", "a\r\nb\r\n"},
                           {"a\r\n\r\nb\r\n", "a\r\n\r\nb\r\n"},
                           {"a\nb\rc", "a\r\nb\r\nc\r\n"},
-                          {"  two words \r\n", "two words \r\n"},
+                          {"  two words \r\n \t\xA0x", "  two words \r\n \t\u00A0x\r\n"},
+                          {"a, b,\t\r\n", "a\r\n b\r\n\t\r\n"},
                           {"\"a,b\"\r\n", "a,b\r\n"},
-                          {"\"a\" ,b\r\n", "a\r\nb\r\n"},
+                          {" \"a\" ,b\r\n", " a \r\nb\r\n"},
+                          {"\"\r\n", "\"\r\n"},
+                          {"\"\" \r\n", " \r\n"},
                           {"\"a\" b\r\n", "\"a\" b\r\n"},
                           {"5\" pipe\r\n", "5\" pipe\r\n"},
-                          {"\"open, end\r\n", "\"open\r\nend\r\n"},
+                          {"\"open, end\r\n", "\"open\r\n end\r\n"},
                           {"\xA3 20\x1A rest\r\n", "£ 20\r\n"}}) {
     const auto file = Parse_Setting_File(numbers + s.text);
     ASSERT_TRUE(file) << s.text;
