@@ -1,14 +1,17 @@
 #include "sensors/definition_file.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "sensors/load_axes.h"
 #include "sensors/sensor_store.h"
 #include "settings/brand.h"
 #include "settings/ini_file_adm.h"
+#include "settings/notice.h"
 #include "settings/numbers.h"
 #include "settings/presets.h"
 #include "settings/session.h"
@@ -34,9 +37,16 @@ void Read_Ports() {
   Com_Port_Number_2 = first_com_port_2;
 }
 
-void Read_Sensors() {
+std::vector<Ini_Fault> Read_Sensors() {
+  std::vector<Ini_Fault> faults;
   Clear_Sensors();
-  for (const std::string& line : Read_Keys("Sens_Def")) Add_Sensor(line);
+  for (const Ini_Value& line : Read_Keys("Sens_Def")) {
+    if (Add_Sensor(line.text)) continue;
+    faults.push_back({line.line, "the sensor kind \"" + Sens_Def.back().kind +
+                                     "\" is unknown; the sensor "
+                                     "converts nothing."});
+  }
+  return faults;
 }
 
 /// A file that has become shorter takes the choice with it.
@@ -45,13 +55,6 @@ void Keep_Choices_Inside() {
     if (Sensor_Selection[input] > Last_Index(Sens_Def.size())) Sensor_Selection[input] = 0;
   }
   if (User_Preset > Last_Index(Preset_List.size())) User_Preset = 0;
-}
-
-void Read_Lists() {
-  Reset_Load_Axes_State();
-  Read_Sensors();
-  Read_Load_Axes(Read_Keys("map_lst"));
-  Read_Presets(Read_Keys("preset_list"));
 }
 
 void Read_Selection() {
@@ -69,20 +72,49 @@ void Read_Start_Preset() {
   DatasetID = static_cast<std::int16_t>(Mask_Dataset(Selected_Preset().mask));
 }
 
+/// One sentence for each fault, in the order of the file. A file that is all wrong must not fill the screen.
+std::string Sentences(std::vector<Ini_Fault> faults) {
+  constexpr std::size_t most = 10;
+  std::ranges::sort(faults, {}, &Ini_Fault::line);
+  std::string text;
+  for (std::size_t i = 0; i < std::min(most, faults.size()); ++i) {
+    if (i > 0) text += '\n';
+    text += Ini_File_Name + ", line " + std::to_string(faults[i].line) + ": " + faults[i].text;
+  }
+  if (faults.size() > most)
+    text += "\n" + std::to_string(faults.size() - most) + " more lines are like that.";
+  return text;
+}
+
+void Append(std::vector<Ini_Fault>& all, const std::vector<Ini_Fault>& more) {
+  all.insert(all.end(), more.begin(), more.end());
+}
+
+std::vector<Ini_Fault> Read_Lists() {
+  Reset_Load_Axes_State();
+  std::vector<Ini_Fault> faults = Read_Sensors();
+  Append(faults, Read_Load_Axes(Read_Keys("map_lst")));
+  Append(faults, Read_Presets(Read_Keys("preset_list")));
+  return faults;
+}
+
 }  // namespace
 
 void Init_ini_file() {
+  const bool missing = Ini_Missing();
   Read_Ports();
   card_data_dir = With_Separator(Read_Key("card_data_dir").value_or(""));
   Write_Key("start_dir", start_dir);
   Check_Ini_Writable();
-  Read_Lists();
+  const std::vector<Ini_Fault> faults = Read_Lists();
   Read_Selection();
   Read_Start_Preset();
+  Show_Notice(missing ? start_dir + Ini_File_Name + " is missing: there are no sensors and no presets."
+                      : Sentences(faults));
 }
 
 void Read_Definitions() {
-  Read_Lists();
+  Show_Notice(Sentences(Read_Lists()));
   Keep_Choices_Inside();
 }
 

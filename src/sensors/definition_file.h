@@ -4,7 +4,8 @@ namespace kx {
 
 /// Reads preferences and definitions from the ini file: COM port, directory of the last tune, sensors, load
 /// axes, presets, sensor selection, start preset and with it DatasetID. Lists without a line keep their
-/// placeholder entries. Needs start_dir and the brand's profile. Runs at start.
+/// placeholder entries; a missing file and lines that cannot be used are told of in the status line, by file
+/// and line. Needs start_dir and the brand's profile. Runs at start.
 ///
 /// It lives with the sensors because this is the lowest folder that sees both the configuration store and the
 /// sensors.

@@ -94,7 +94,7 @@ std::size_t Row_For(const std::string& name) {
 /// "map_lst" lines that are in use: an empty one ends the list.
 std::size_t Axis_Lines() {
   const auto lines = Read_Keys(axis_key);
-  return static_cast<std::size_t>(std::ranges::find(lines, "") - lines.begin());
+  return static_cast<std::size_t>(std::ranges::find(lines, "", &Ini_Value::text) - lines.begin());
 }
 
 }  // namespace

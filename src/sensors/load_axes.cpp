@@ -1,5 +1,7 @@
 #include "sensors/load_axes.h"
 
+#include <algorithm>
+
 #include "sensors/conversion.h"
 #include "settings/failure.h"
 #include "settings/numbers.h"
@@ -66,6 +68,16 @@ Load_Axis Parse_Axis(std::string_view line, std::size_t row) {
   return axis;
 }
 
+/// Break points of a "map_lst" line, behind its unit and decimals.
+int Point_Count(std::string_view line) { return std::max(static_cast<int>(Words_Of(line).size()) - 2, 0); }
+
+std::string Count_Fault(int points) {
+  const char* rest =
+      points < table_points ? "those that are missing are its sensor's." : "the rest is left out.";
+  return "this load axis has " + std::to_string(points) + " points instead of " +
+         std::to_string(table_points) + "; " + rest;
+}
+
 void Add_Row(const Load_Axis& axis) {
   MAP_def.push_back(axis.def);
   MAP_tab.push_back(axis.columns);
@@ -82,13 +94,17 @@ std::size_t Checked_Row(int row) {
 std::vector<Axis_Def> MAP_def{Built_In_Axis().def};
 std::vector<Table_Columns> MAP_tab{Built_In_Axis().columns};
 
-void Read_Load_Axes(const std::vector<std::string>& lines) {
+std::vector<Ini_Fault> Read_Load_Axes(const std::vector<Ini_Value>& lines) {
+  std::vector<Ini_Fault> faults;
   Reset_Load_Axes_State();
-  for (const std::string& line : lines) {
-    if (line.empty()) break;
-    Add_Row(Parse_Axis(line, MAP_tab.size()));
+  for (const Ini_Value& line : lines) {
+    if (line.text.empty()) break;
+    const int points = Point_Count(line.text);
+    if (points != table_points) faults.push_back({line.line, Count_Fault(points)});
+    Add_Row(Parse_Axis(line.text, MAP_tab.size()));
   }
   while (MAP_tab.size() < Sens_Def.size()) Add_Row(Sensor_Axis(MAP_tab.size()));
+  return faults;
 }
 
 std::string Axis_Line(const Sensor& sensor, const Table_Columns& table) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "sensors/sensor_store.h"
+#include "settings/ini_text.h"
 
 /// Break points of the load tables. Row n is the axis for sensor n: the ini file's n-th "map_lst" line, or
 /// made from the sensor's definition when there is none. Row 0 is built in: unit "value", 1 to 33.
@@ -20,8 +21,8 @@ extern std::vector<Table_Columns> MAP_tab;
 
 /// Fills the rows from the values of the "map_lst" keys up to the first empty one, then for the sensors that
 /// have none. A line is a unit, the decimals and up to 33 numbers, parted by blanks; points that a line lacks
-/// are those of its sensor, points beyond 33 do not count.
-void Read_Load_Axes(const std::vector<std::string>& lines);
+/// are those of its sensor, points beyond 33 do not count. Returns the lines of another count than 33.
+std::vector<Ini_Fault> Read_Load_Axes(const std::vector<Ini_Value>& lines);
 
 /// The "map_lst" line of a sensor's axis: its unit, its decimals, its values at raw 0, 8 to 256. A blank in
 /// the unit becomes one that does not part words.

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "settings/failure.h"
-#include "settings/ini_file_adm.h"
+#include "settings/field_text.h"
 #include "settings/numbers.h"
 #include "settings/text_encoding.h"
 
@@ -62,16 +62,19 @@ int Sensor_On_Input(int input) {
   return Sensor_Selection[static_cast<std::size_t>(input)];
 }
 
-void Add_Sensor(std::string_view line) {
+bool Add_Sensor(std::string_view line) {
   const std::string ended = std::string(line) + Crlf();
   Sensor sensor;
   sensor.name = Extract_Data(ended, 1);
   sensor.kind = Extract_Data(ended, 2);
   Table_Columns columns{};
-  if (sensor.kind == "Linear") Take_Linear(ended, sensor, columns);
-  if (sensor.kind == "Tab") Take_Table(ended, sensor, columns);
+  const bool linear = sensor.kind == "Linear";
+  const bool table = sensor.kind == "Tab";
+  if (linear) Take_Linear(ended, sensor, columns);
+  if (table) Take_Table(ended, sensor, columns);
   Sens_Def.push_back(sensor);
   Sens_Tab.push_back(columns);
+  return linear || table;
 }
 
 std::string Sensor_Name(int sensor) { return sensor == -1 ? "" : Sens_Def[Checked_Row(sensor)].name; }

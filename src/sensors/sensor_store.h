@@ -42,8 +42,8 @@ extern int Temp_Sensor_Index;
 /// Sensor on analog input @p input, that is list index + 1; 0 (nothing chosen in the list) gives -1.
 [[nodiscard]] int Sensor_On_Input(int input);
 
-/// Adds a row from a definition line. Of a line of unknown kind only name and kind are taken.
-void Add_Sensor(std::string_view line);
+/// Adds a row from a definition line. Of a line of unknown kind only name and kind are taken; false then.
+bool Add_Sensor(std::string_view line);
 
 /// Empty for -1.
 [[nodiscard]] std::string Sensor_Name(int sensor);

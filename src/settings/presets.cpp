@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "settings/byte_notes.h"
-#include "settings/ini_file_adm.h"
+#include "settings/field_text.h"
 #include "settings/numbers.h"
 #include "settings/text_encoding.h"
 
@@ -57,6 +57,11 @@ void Work_Program(std::string_view program, const Byte_Image& image,
   }
 }
 
+bool Names_Dataset(std::string_view mask) {
+  constexpr std::string_view digits = "0123456789ABCDEFabcdef";
+  return mask.size() >= 2 && mask.substr(0, 2).find_first_not_of(digits) == std::string_view::npos;
+}
+
 const Preset& Preset_At(int index) {
   if (index < 0 || index >= static_cast<int>(Preset_List.size())) Fail_Subscript();
   return Preset_List[static_cast<std::size_t>(index)];
@@ -72,10 +77,19 @@ Preset Parse_Preset(std::string_view line) {
           Get_Between(line, "$", "!"), Get_Between(line, "!", "£")};
 }
 
-void Read_Presets(const std::vector<std::string>& lines) {
+std::vector<Ini_Fault> Read_Presets(const std::vector<Ini_Value>& lines) {
+  std::vector<Ini_Fault> faults;
   Preset_List.clear();
-  for (const std::string& line : lines) Preset_List.push_back(Parse_Preset(line));
+  for (const Ini_Value& line : lines) {
+    Preset preset = Parse_Preset(line.text);
+    if (preset.name.empty() || !Names_Dataset(preset.mask)) {
+      faults.push_back({line.line, "this is no preset and is left out."});
+    } else {
+      Preset_List.push_back(std::move(preset));
+    }
+  }
   if (Preset_List.empty()) Preset_List.push_back(Placeholder());
+  return faults;
 }
 
 const Preset& Selected_Preset() { return Preset_At(User_Preset); }
@@ -108,7 +122,10 @@ Preset_Switches Switches_Of_Mask(std::string_view mask) {
 }
 
 Byte_Image After_Preset_Program(std::string_view program, Byte_Image image) {
-  Work_Program(program, image, [&image](int byte, std::uint8_t value) { image[byte] = value; });
+  Work_Program(program, image, [&image](int byte, std::uint8_t value) {
+    image[byte] = value;
+    if (byte == map::flags_c) image[map::mirror] = value;
+  });
   return image;
 }
 
@@ -123,7 +140,6 @@ Preset_Switches Apply_Preset_Mask() {
 std::vector<int> Apply_Preset_Program() {
   const Byte_Image before =
       std::exchange(CardByte, After_Preset_Program(Selected_Preset().program, CardByte));
-  if (CardByte[map::flags_c] != before[map::flags_c]) Mirror_Flags_C();
   std::vector<int> changed;
   for (int i = 0; i < Byte_Image::size; ++i) {
     if (CardByte[i] != before[i]) changed.push_back(i);

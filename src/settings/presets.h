@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "settings/image.h"
+#include "settings/ini_text.h"
 
 /// Model presets: each names the dataset of a vehicle or box model, switches controls by a mask and forces
 /// bytes of the tune by a small program. They come from the "preset_list" lines of the ini file:
@@ -29,8 +30,9 @@ extern int User_Preset;
 
 [[nodiscard]] Preset Parse_Preset(std::string_view line);
 
-/// Fills Preset_List from the values of the "preset_list" keys.
-void Read_Presets(const std::vector<std::string>& lines);
+/// Fills Preset_List from the values of the "preset_list" keys. A line without a name or without the two hex
+/// digits of a dataset is left out, so that it cannot set dataset 0; such lines are returned.
+std::vector<Ini_Fault> Read_Presets(const std::vector<Ini_Value>& lines);
 
 /// The selected preset. Throws Failure "Subscript out of range" when User_Preset is outside the list.
 [[nodiscard]] const Preset& Selected_Preset();
@@ -93,7 +95,8 @@ inline constexpr std::array mask_switches{
 
 /// The image after a preset program has worked on it. Tokens are parted by commas, the byte pointer starts at
 /// 0 and stays within 0..255: "@n" sets it; "s" and a number sets bits, "r" and a number keeps bits, a plain
-/// number is stored, each limited to 0..255, and each steps the pointer. What is no number counts as 0.
+/// number is stored, each limited to 0..255, and each steps the pointer. What is no number counts as 0. Byte
+/// 0 takes each value that is stored in byte 22, whose mirror it is, so that a second run changes nothing.
 [[nodiscard]] Byte_Image After_Preset_Program(std::string_view program, Byte_Image image);
 
 /// Takes the dataset of the selected preset's mask into DatasetID and its switch into An2_Available; returns

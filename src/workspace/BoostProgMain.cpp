@@ -9,6 +9,7 @@
 
 #include "boxlink/preferences.h"
 #include "settings/brand.h"
+#include "settings/notice.h"
 #include "settings/refresh.h"
 #include "widgets/form_helpers.h"
 #include "widgets/open_form.h"
@@ -38,6 +39,19 @@ QAction* Entry(QMenu* menu, const QString& name, const QString& caption, const Q
 }
 
 constexpr int side_width_in_characters = 46;
+
+/// The status line's sentences in one line, which never widens the window; all of them are in its tip.
+QLabel* Notice_Line() {
+  auto* line = new QLabel;
+  line->setObjectName("notice_text");
+  line->setTextFormat(Qt::PlainText);
+  line->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  Follow(line, notice_text, [](QLabel* label, QString text) {
+    label->setToolTip("<p>" + text.toHtmlEscaped().replace("\n", "</p><p>") + "</p>");
+    label->setText(text.replace('\n', ' '));
+  });
+  return line;
+}
 
 }  // namespace
 
@@ -95,7 +109,8 @@ void BoostProgMain::Make_Layout() {
   preset_status_->setObjectName("preset_status");
   Follow(preset_status_, preset_status, [](QLabel* label, const QString& text) { label->setText(text); });
   statusBar()->addWidget(notification_);
-  statusBar()->addWidget(preset_status_, 1);
+  statusBar()->addWidget(preset_status_);
+  statusBar()->addWidget(Notice_Line(), 1);
   config_ = std::make_unique<KX_Config>(controls_, *this);
   summary_ = std::make_unique<KX_Setting_Summary>();
   connect(config_.get(), &KX_Config::Summary_Wanted, this, &BoostProgMain::Open_Summary);

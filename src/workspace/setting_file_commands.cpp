@@ -7,6 +7,7 @@
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/message.h"
+#include "settings/notice.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/setting_file.h"
@@ -28,7 +29,6 @@ struct File_State {
   void Restore() const {
     card_data_file = file;
     card_data_dir = directory;
-    Write_Key(directory_key, directory);
     Set_Title(title);
     txt_File_Description.Set(description);
   }
@@ -53,7 +53,6 @@ void Load(const std::string& full_name) {
   const File_State before;
   Capture_History();
   Take_Name(full_name);
-  Write_Key(directory_key, card_data_dir);
   std::string bytes;
   const bool readable = platform::Read_Whole_File(full_name, bytes).Ok();
   const auto parsed = readable ? Parse_Setting_File(bytes) : std::nullopt;
@@ -68,17 +67,22 @@ void Load(const std::string& full_name) {
     before.Restore();
     return Undo();
   }
+  Write_Key(directory_key, card_data_dir);
   Refresh_Whole_Image();
 }
 
 void Save() {
   if (card_data_file.empty()) return;
+  Show_Notice("");
   Set_Title(card_data_file);
   Write_Key(directory_key, card_data_dir);
   Stamp_Image();
   const std::string bytes = Print_Setting_File(CardByte, txt_File_Description.Text());
-  const auto result = platform::Replace_File(card_data_dir + card_data_file, bytes);
-  if (!result.Ok()) Tell(result.reason, platform::Icon::critical);
+  const std::string path = (card_data_dir.empty() ? start_dir : card_data_dir) + card_data_file;
+  if (const auto result = platform::Replace_File(path, bytes); !result.Ok()) {
+    return Tell(result.reason, platform::Icon::critical);
+  }
+  Show_Notice("Saved " + path + " " + platform::seams.clock->Time_Text());
 }
 
 }  // namespace

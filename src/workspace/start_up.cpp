@@ -12,6 +12,7 @@
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/message.h"
+#include "settings/notice.h"
 #include "settings/presets.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
@@ -33,6 +34,7 @@ void Reset_State() {
   Reset_Image_State();
   Reset_Session_State();
   Reset_Ini_State();
+  Reset_Notice_State();
   Reset_Preset_State();
   Reset_Byte_Notes_State();
   Reset_Sensor_State();

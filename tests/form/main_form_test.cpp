@@ -12,6 +12,7 @@
 
 #include "boxlink/protocol.h"
 #include "form_fixture.h"
+#include "settings/brand.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/session.h"
@@ -193,7 +194,26 @@ TEST_F(Main_Form, Saves_And_Opens_With_The_Description) {
   Expect_Open_Name(folder() + "my.kxs");
   Trigger("File_open");
   EXPECT_EQ(CardByte, saved);
-  EXPECT_EQ(txt_File_Description.Text(), "first line\r\nsecond\r\npart\r\n");
+  EXPECT_EQ(txt_File_Description.Text(), "first line\r\nsecond\r\n part\r\n");
+}
+
+TEST_F(Main_Form, A_Description_Comes_Back_Byte_For_Byte) {
+  std::string bytes;
+  for (int i = 0; i < 256; ++i) bytes += " " + std::to_string(i == 255 ? 108 : 0) + " \r\n";
+  bytes += "  a\tb \xA0\x81\x8D\x8F\x90\x9D\r\n\r\n\tend\r\n";
+  Write_File("in.kxs", bytes);
+  Expect_Open_Name(folder() + "in.kxs");
+  Trigger("File_open");
+  Expect_Save_Name(folder() + "out.kxs");
+  Trigger("File_save_As");
+  EXPECT_EQ(folder_.Read("out.kxs"), bytes + "\r\n") << "one more line end";
+  QTest::keyClicks(Find<QPlainTextEdit>("txt_File_Description"), "x");
+  Trigger("File_save");
+  EXPECT_EQ(folder_.Read("out.kxs").substr(bytes.find("  a")), "x" + bytes.substr(bytes.find("  a")) + "\r\n")
+      << "typing leaves the rest alone";
+  const QString notice = Find<QLabel>("notice_text")->text();
+  EXPECT_TRUE(notice.startsWith(QString::fromStdString("Saved " + folder() + "out.kxs ")))
+      << notice.toStdString();
 }
 
 TEST_F(Main_Form, A_Refused_File_Leaves_Everything_As_It_Was) {
@@ -201,6 +221,7 @@ TEST_F(Main_Form, A_Refused_File_Leaves_Everything_As_It_Was) {
   Click("plus");
   txt_File_Description.Set("mine");
   const Byte_Image before = CardByte;
+  const std::string ini = folder_.Read(Ini_File_Name);
   Write_File("short.kxs", " 1 \r\n 2 \r\n");
   Expect_Open_Name(folder() + "short.kxs");
   Expect_Box("Not a kxs-file");
@@ -217,6 +238,7 @@ TEST_F(Main_Form, A_Refused_File_Leaves_Everything_As_It_Was) {
   EXPECT_EQ(CardByte, before);
   EXPECT_EQ(form().windowTitle(), "TORNVIK  KXBenchPro - New1.kxs");
   EXPECT_EQ(card_data_file, "New1.kxs");
+  EXPECT_EQ(folder_.Read(Ini_File_Name), ini) << "and no folder is noted";
   EXPECT_EQ(Find<QPlainTextEdit>("txt_File_Description")->toPlainText(), "mine");
 }
 

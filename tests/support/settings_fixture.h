@@ -11,6 +11,7 @@
 #include "settings/byte_notes.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
+#include "settings/notice.h"
 #include "settings/presets.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
@@ -45,6 +46,7 @@ class Settings_Fixture : public testing::Test {
     Reset_Brand_State();
     Reset_Ini_State();
     Reset_Image_State();
+    Reset_Notice_State();
     Reset_Preset_State();
     Reset_Byte_Notes_State();
     Reset_Sensor_State();

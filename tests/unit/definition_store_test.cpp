@@ -155,7 +155,8 @@ TEST_F(Definition_Store, Without_A_File_To_Write_The_Sensor_Holds_For_The_Run) {
   const std::string before = Ini();
   std::filesystem::permissions(folder_.Path(Ini_File_Name), std::filesystem::perms(0444));
   ask_.Expect("The settings of the program cannot be saved.\n" + folder_.Path(Ini_File_Name) +
-              ": the file is write protected\nThe program goes on without saving them.");
+              ": the file is write protected\nThe program goes on and tries again with the next setting that "
+              "changes.");
   EXPECT_TRUE(Store_As_Sensor_Definition(Straight("two")));
   EXPECT_EQ(Ini(), before);
   ASSERT_EQ(Sens_Def.size(), 3U);

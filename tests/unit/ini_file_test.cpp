@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "settings/field_text.h"
 #include "support/file_size_limit.h"
 #include "support/settings_fixture.h"
 
@@ -18,10 +19,16 @@ using Texts = std::vector<std::string>;
 
 class Ini_File : public test::Settings_Fixture {
  protected:
+  static Texts Texts_Of(std::string_view key) {
+    Texts texts;
+    for (const Ini_Value& value : Read_Keys(key)) texts.push_back(value.text);
+    return texts;
+  }
+
   /// The box that a failed write shows.
   void Expect_Failure(const std::string& reason) {
     ask_.Expect("The settings of the program cannot be saved.\n" + folder_.Path(Ini_File_Name) + ": " +
-                reason + "\nThe program goes on without saving them.");
+                reason + "\nThe program goes on and tries again with the next setting that changes.");
   }
 };
 
@@ -29,7 +36,7 @@ TEST_F(Ini_File, Reading_Finds_Occurrences_Without_Case_And_All_Behind_The_First
   for (const std::string end : {"\r\n", "\n", "\r"}) {
     Write_Ini("; key=not this" + end + "[x]y" + end + "KEY=a=b]c" + end + "plain text" + end + "key =blank" +
               end + end + "key=" + end + "Key= 2 " + end + "lock]=3" + end + "key=last");
-    EXPECT_EQ(Read_Keys("kEy"), (Texts{"a=b]c", "", " 2 ", "last"})) << end;
+    EXPECT_EQ(Texts_Of("kEy"), (Texts{"a=b]c", "", " 2 ", "last"})) << end;
     EXPECT_EQ(Read_Key("key"), "a=b]c");
     EXPECT_EQ(Read_Key("key", 4), "last");
     EXPECT_EQ(Read_Key("key", 5), std::nullopt);
@@ -37,6 +44,8 @@ TEST_F(Ini_File, Reading_Finds_Occurrences_Without_Case_And_All_Behind_The_First
     EXPECT_EQ(Read_Key("lock]"), "3");
     EXPECT_EQ(Read_Key("plain text"), std::nullopt);
   }
+  Write_Ini("a=1\n\r\n[x]y\rA=2");
+  EXPECT_EQ(Read_Keys("a"), (std::vector<Ini_Value>{{"1", 1}, {"2", 4}})) << "with their lines";
   Write_Ini("a=1\r\n\x1A\r\nb=2\r\n");
   EXPECT_EQ(Read_Key("b"), std::nullopt) << "behind the end of the text";
 }
@@ -77,7 +86,7 @@ TEST_F(Ini_File, Writing_Touches_Only_The_Lines_Of_The_Key) {
 
 TEST_F(Ini_File, A_Missing_File_Is_Made_And_An_Equal_One_Is_Not_Written) {
   EXPECT_EQ(Read_Key("key"), std::nullopt);
-  EXPECT_EQ(Read_Keys("key"), Texts{});
+  EXPECT_EQ(Texts_Of("key"), Texts{});
   Write_Key("key", "1");
   EXPECT_EQ(Ini(), "key=1\r\n");
   EXPECT_FALSE(folder_.Has("KXS.new"));
@@ -99,7 +108,7 @@ TEST_F(Ini_File, A_Protected_File_Is_Told_Once_And_The_Values_Hold_For_The_Run) 
   Check_Ini_Writable();
   EXPECT_EQ(Ini(), "a=1\r\nb=2\r\n");
   EXPECT_EQ(Read_Key("a"), "9");
-  EXPECT_EQ(Read_Keys("c"), Texts{"8"});
+  EXPECT_EQ(Texts_Of("c"), Texts{"8"});
   fs::permissions(folder_.Path(Ini_File_Name), fs::perms(0644));
   Write_Key("b", "7");
   EXPECT_EQ(Ini(), "a=9\r\nb=7\r\nC=8\r\n") << "nothing that was set meanwhile is lost";

@@ -36,8 +36,21 @@ TEST_F(Presets, A_Line_Has_Five_Fields_And_May_Lack_Any) {
         {"<n>", {"n", "", "", "", ""}}}) {
     EXPECT_EQ(Parse_Preset(s.line), s.preset) << s.line;
   }
-  Read_Presets({"6C<one>$!£", "junk", "6A<three>$!£"});
-  EXPECT_EQ(Preset_List.size(), 3U) << "a malformed line keeps its place, so that indexes stay";
+}
+
+TEST_F(Presets, A_Line_That_Names_No_Dataset_Is_Left_Out_And_Told) {
+  const auto faults = Read_Presets({{"6C<one>$!£", 3},
+                                    {"junk", 4},
+                                    {"<no mask>$!£", 5},
+                                    {"6<half a dataset>$!£", 6},
+                                    {"x6C<n>$!£", 7},
+                                    {"6C<>$!£", 8},
+                                    {"6a<two>$!£", 9}});
+  std::vector<int> lines;
+  for (const Ini_Fault& fault : faults) lines.push_back(fault.line);
+  EXPECT_THAT(lines, ElementsAre(4, 5, 6, 7, 8));
+  ASSERT_EQ(Preset_List.size(), 2U);
+  EXPECT_EQ(Preset_List[1].name, "two");
   Read_Presets({});
   EXPECT_EQ(Preset_List, (std::vector<Preset>{{"<No preset in ini file>", "68000000", "", "", ""}}));
   User_Preset = 1;
@@ -102,6 +115,15 @@ TEST_F(Presets, Applying_Takes_Dataset_Switches_And_Bytes_From_The_Selected_Pres
   EXPECT_THAT(Apply_Preset_Program(), ElementsAre(0, 7, 22)) << "byte 0 mirrors byte 22";
   EXPECT_EQ(CardByte[0], 18);
   EXPECT_TRUE(Apply_Preset_Program().empty()) << "a second run finds its own work";
+  // Each writes byte 22 or its mirror, byte 0, more than once.
+  for (const auto& [program, mirror] :
+       {std::pair{"@22,1,@22,18", 18}, {"@0,5,@22,18", 18}, {"@22,18,@0,s1", 19}, {"@22,18,@0,5", 5}}) {
+    CardByte.Fill(0, 255, 0);
+    CardByte[22] = 18;
+    const Byte_Image once = After_Preset_Program(program, CardByte);
+    EXPECT_EQ(once[0], mirror) << program;
+    EXPECT_EQ(After_Preset_Program(program, once), once) << program;
+  }
 }
 
 TEST_F(Presets, The_Question_Lists_What_Would_Change) {

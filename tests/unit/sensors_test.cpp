@@ -2,11 +2,11 @@
 
 #include <chrono>
 #include <cmath>
-#include <cstring>
 #include <filesystem>
 
 #include "sensors/conversion.h"
 #include "sensors/definition_file.h"
+#include "settings/notice.h"
 #include "settings/numbers.h"
 #include "support/settings_fixture.h"
 #include "support/test_folders.h"
@@ -135,7 +135,11 @@ TEST_F(Sensors, Load_Axes_Come_From_Their_Lines_Or_From_The_Sensor) {
   Add_Sensor("b\tLinear\t0.5\t1\t0\t255\tkPa\t2\tV");
   std::string many = "psi   7  ";
   for (int i = 1; i <= 60; ++i) many += std::to_string(i) + ",5 ";
-  Read_Load_Axes({"V 2 0 0.16 x", many, "", "V 0 1"});
+  const auto faults = Read_Load_Axes({{"V 2 0 0.16 x", 5}, {many, 6}, {"", 7}, {"V 0 1", 8}});
+  ASSERT_EQ(faults.size(), 2U);
+  EXPECT_EQ(faults[0].text,
+            "this load axis has 3 points instead of 33; those that are missing are its sensor's.");
+  EXPECT_EQ(faults[1].text, "this load axis has 60 points instead of 33; the rest is left out.");
   ASSERT_EQ(MAP_tab.size(), 6U);
   EXPECT_EQ(Load_Axis_Unit(0) + Load_Axis_Text(0, 33), "value33");
   EXPECT_EQ(Load_Axis_Unit(-1) + Load_Axis_Text(-1, 1), "value1");
@@ -185,25 +189,49 @@ TEST_F(Sensors, Stored_Numbers_Count_Only_Within_Their_Lists) {
   for (const Sample& s : samples) {
     Write_Ini(std::string("comport1=") + s.port + "\r\nUser_Preset=" + s.preset + "\r\nan_sel2=" + s.input +
               "\r\nSens_Def=a\tLinear\t1\t0\t0\t255\tV\t0\tV\r\nSens_Def=b\tLinear\t1\t0\t0\t255\tV\t0\tV\r\n"
-              "preset_list=6B<one>$!\xA3\r\npreset_list=junk\r\npreset_list=6A<three>$!\xC2\xA3\r\n"
+              "preset_list=6B<one>$!\xA3\r\npreset_list=68<two>$!\xA3\r\npreset_list=6A<three>$!\xC2\xA3\r\n"
               "card_data_dir=/tunes\r\n");
     Init_ini_file();
     EXPECT_EQ(Com_Port_Number, s.port_read) << s.port;
     EXPECT_EQ(User_Preset, s.preset_read) << s.preset;
     EXPECT_EQ(Sensor_Selection[2], s.sensor_read) << s.input;
-    EXPECT_EQ(DatasetID, (std::array{107, 0, 106}).at(static_cast<std::size_t>(s.preset_read)));
+    EXPECT_EQ(DatasetID, (std::array{107, 104, 106}).at(static_cast<std::size_t>(s.preset_read)));
     EXPECT_EQ(card_data_dir, "/tunes/");
     EXPECT_EQ(Sens_Def.size(), 3U) << "a second reading replaces the first";
     EXPECT_EQ(Preset_List[2].spare_4, "");
   }
 }
 
-TEST_F(Sensors, A_Folder_That_Cannot_Be_Written_Is_Told_Once_At_Start) {
+TEST_F(Sensors, Lines_That_Cannot_Be_Used_Are_Told_By_File_And_Line) {
+  Init_ini_file();
+  EXPECT_EQ(notice_text.Text(),
+            folder_.Path("KXBenchPro.ini") + " is missing: there are no sensors and no presets.");
+  std::string points;
+  for (int i = 0; i < 33; ++i) points += " 1";
+  Write_Ini("preset_list=6B<a>$!\xA3\r\nmap_lst=V 0" + points + "\r\nSens_Def=a\tTab\r\n");
+  Init_ini_file();
+  EXPECT_EQ(notice_text.Text(), "");
+  Write_Ini("map_lst=V 0 1 2\r\npreset_list=junk\r\n\r\nSens_Def=a\tcubic\t1\r\nSens_Def=b\tTab\r\n");
+  Init_ini_file();
+  EXPECT_EQ(
+      notice_text.Text(),
+      "KXBenchPro.ini, line 1: this load axis has 2 points instead of 33; those that are missing are its "
+      "sensor's.\nKXBenchPro.ini, line 2: this is no preset and is left out.\n"
+      "KXBenchPro.ini, line 4: the sensor kind \"cubic\" is unknown; the sensor converts nothing.");
+  std::string many;
+  for (int i = 0; i < 300; ++i) many += "preset_list=junk\r\n";
+  Write_Ini(many);
+  Init_ini_file();
+  EXPECT_THAT(notice_text.Text(), testing::EndsWith("left out.\n290 more lines are like that."));
+}
+
+TEST_F(Sensors, A_File_That_Cannot_Be_Written_Is_Told_Once_At_Start) {
   Write_Ini("start_dir=" + start_dir +
             "\r\nUser_Preset=1\r\npreset_list=6B<a>$!\xA3\r\npreset_list=6A<b>$!\xA3\r\n");
-  std::filesystem::create_directory(folder_.Path("KXS.new"));
-  ask_.Expect("The settings of the program cannot be saved.\n" + folder_.Path(Ini_File_Name) + ": " +
-              std::strerror(EISDIR) + "\nThe program goes on without saving them.");
+  std::filesystem::permissions(folder_.Path(Ini_File_Name), std::filesystem::perms(0444));
+  ask_.Expect(
+      "The settings of the program cannot be saved.\n" + folder_.Path(Ini_File_Name) + ": " +
+      "the file is write protected\nThe program goes on and tries again with the next setting that changes.");
   Init_ini_file();
   EXPECT_EQ(DatasetID, 106);
   Write_Key("User_Preset", "0");

@@ -2,6 +2,7 @@
 
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include "settings/image.h"
@@ -19,6 +20,16 @@ QLabel* Value_Label(const QString& name) {
   return label;
 }
 
+/// The text of @p edit as files have it, lines ended by CR LF. Not by toPlainText, which turns no-break
+/// spaces into blanks.
+std::string File_Text(const QPlainTextEdit& edit) {
+  QString text = edit.document()->toRawText();
+  for (const QChar end : {QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)}) {
+    text.replace(end, "\r\n");
+  }
+  return text.toStdString();
+}
+
 }  // namespace
 
 General_Panel::General_Panel(QWidget* parent)
@@ -29,12 +40,13 @@ General_Panel::General_Panel(QWidget* parent)
       description_(new QPlainTextEdit) {
   description_->setObjectName("txt_File_Description");
   description_->setTabChangesFocus(true);
-  Follow(description_, txt_File_Description,
-         [](QPlainTextEdit* edit, const QString& text) { edit->setPlainText(text); });
-  // The widget ends lines with LF, files with CR LF.
-  connect(description_, &QPlainTextEdit::textChanged, this, [this] {
-    txt_File_Description.Typed(description_->toPlainText().replace("\n", "\r\n").toStdString());
+  // What was loaded is the tune's as it is; only what the user types is taken from the widget.
+  Follow(description_, txt_File_Description, [](QPlainTextEdit* edit, const QString& text) {
+    const QSignalBlocker filling(edit);
+    edit->setPlainText(text);
   });
+  connect(description_, &QPlainTextEdit::textChanged, this,
+          [this] { txt_File_Description.Typed(File_Text(*description_)); });
 
   auto* tune = new QGroupBox("Tune");
   auto* rows = new QFormLayout(tune);
