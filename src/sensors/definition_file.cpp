@@ -31,10 +31,9 @@ std::optional<int> Number_Key(const std::string& key, int least, int greatest) {
 
 int Last_Index(std::size_t count) { return static_cast<int>(count) - 1; }
 
-void Read_Ports() {
+void Read_Port() {
   constexpr int greatest = std::numeric_limits<std::int16_t>::max();
   Com_Port_Number = static_cast<std::int16_t>(Number_Key("comport1", 1, greatest).value_or(first_com_port));
-  Com_Port_Number_2 = first_com_port_2;
 }
 
 std::vector<Ini_Fault> Read_Sensors() {
@@ -102,7 +101,7 @@ std::vector<Ini_Fault> Read_Lists() {
 
 void Init_ini_file() {
   const bool missing = Ini_Missing();
-  Read_Ports();
+  Read_Port();
   card_data_dir = With_Separator(Read_Key("card_data_dir").value_or(""));
   Write_Key("start_dir", start_dir);
   Check_Ini_Writable();

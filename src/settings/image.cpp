@@ -116,23 +116,6 @@ int Get_Byte_bit(std::uint8_t value, int bit) {
   return (value >> bit) & 1;
 }
 
-int Get_CardByte_bit(int byte_index, int bit) { return Get_Byte_bit(CardByte[byte_index], bit); }
-
-std::string Show_Byte_bits(std::uint8_t value) {
-  std::string text;
-  for (int bit = 7; bit >= 0; --bit) text += Get_Byte_bit(value, bit) == 1 ? '1' : '0';
-  return text;
-}
-
-std::string Show_Cardbyte_bits(int byte_index) { return Show_Byte_bits(CardByte[byte_index]); }
-
-int Bin_2_Dec(std::string_view text) {
-  if (text.size() != 8) return 0;
-  int value = 0;
-  for (const char digit : text) value = value * 2 + (digit == '1' ? 1 : 0);
-  return value;
-}
-
 std::string dec2hex(int value, int digits) {
   if (digits == 0) return "0";
   const int count = digits >= 1 && digits <= 3 ? digits : 4;

@@ -60,17 +60,8 @@ extern Maf_Table MAF_Sim_Tab;
 /// Brings all of the above to what it is before the start.
 void Reset_Image_State();
 
-/// 1 if bit @p bit (0 to 7) of the image's byte is set, else 0.
-[[nodiscard]] int Get_CardByte_bit(int byte_index, int bit);
-
-/// The image's byte as eight characters "0" and "1", most significant first.
-[[nodiscard]] std::string Show_Cardbyte_bits(int byte_index);
-
+/// 1 if bit @p bit (0 to 7) of @p value is set, else 0.
 [[nodiscard]] int Get_Byte_bit(std::uint8_t value, int bit);
-[[nodiscard]] std::string Show_Byte_bits(std::uint8_t value);
-
-/// Number of a text of exactly eight binary digits, the first weighing 128; any other length gives 0.
-[[nodiscard]] int Bin_2_Dec(std::string_view text);
 
 /// The @p digits lowest upper-case hex digits of @p value: 1, 2, 3 or 4; 0 gives "0", anything else four.
 [[nodiscard]] std::string dec2hex(int value, int digits);

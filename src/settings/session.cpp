@@ -13,7 +13,6 @@ std::string card_data_dir;
 Shown_Text txt_File_Description;
 std::string Default_Interface = first_interface;
 std::int16_t Com_Port_Number = first_com_port;
-std::int16_t Com_Port_Number_2 = first_com_port_2;
 
 std::string With_Separator(std::string_view directory) {
   std::string result(directory);
@@ -28,7 +27,6 @@ void Reset_Session_State() {
   txt_File_Description = {};
   Default_Interface = first_interface;
   Com_Port_Number = first_com_port;
-  Com_Port_Number_2 = first_com_port_2;
 }
 
 }  // namespace kx

@@ -31,14 +31,10 @@ extern Shown_Text txt_File_Description;
 extern std::string Default_Interface;
 
 constexpr std::int16_t first_com_port = 1;
-constexpr std::int16_t first_com_port_2 = 2;
 
 /// COM number of the box, from 1; first_com_port until the ini file names another. Read from the ini file,
 /// written by the preferences.
 extern std::int16_t Com_Port_Number;
-
-/// COM number of a second port, from 1.
-extern std::int16_t Com_Port_Number_2;
 
 /// @p directory with "/" at its end; empty stays empty.
 [[nodiscard]] std::string With_Separator(std::string_view directory);
