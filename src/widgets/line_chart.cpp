@@ -6,13 +6,9 @@
 #include <numeric>
 
 #include "widgets/chart_look.h"
-#include "workspace/value_scale.h"
 
 namespace kx {
 namespace {
-
-constexpr double smallest_span = 1;    ///< shown units; a flat curve is not blown up into noise
-constexpr double worth_keeping = 0.4;  ///< share of the axis that the curve has to use for it to stay
 
 QCPRange Value_Range(const Chart& chart) {
   double low = 0;
@@ -25,17 +21,7 @@ QCPRange Value_Range(const Chart& chart) {
       any = true;
     }
   }
-  const double span = std::max(high - low, smallest_span);
-  const double step = Nice_Step(span / 6);
-  // A curve that never goes below 0 has no use for an axis that does.
-  const double below = low >= 0 ? 0 : span * 0.04;
-  return {std::floor((low - below) / step) * step, std::ceil((high + span * 0.08) / step) * step};
-}
-
-/// The axis stays while the curve fits into it and uses it well, so that it does not jump at every edit.
-bool Still_Fits(const QCPRange& shown, const QCPRange& wanted) {
-  return shown.lower <= wanted.lower && shown.upper >= wanted.upper &&
-         wanted.size() >= worth_keeping * shown.size();
+  return Round_Value_Range(low, high);
 }
 
 }  // namespace
@@ -111,7 +97,7 @@ void Line_Chart::Fit_Values(const Chart& chart) {
   const double margin = entries_ > 1 ? 0.5 : 1;
   xAxis->setRange(1 - margin, entries_ + margin);
   const QCPRange wanted = Value_Range(chart);
-  if (!Still_Fits(yAxis->range(), wanted)) yAxis->setRange(wanted);
+  if (!Range_Still_Fits(yAxis->range(), wanted)) yAxis->setRange(wanted);
 }
 
 void Line_Chart::Mark(const Chart& chart, int first, int last) {
