@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include <chrono>
 #include <cmath>
+#include <ctime>
 #include <filesystem>
 
 #include "sensors/conversion.h"
@@ -237,14 +237,14 @@ TEST_F(Sensors, A_File_That_Cannot_Be_Written_Is_Told_Once_At_Start) {
   EXPECT_EQ(DatasetID, 107) << "a choice that could not be saved survives a second reading";
 }
 
-TEST_F(Sensors, Twenty_Thousand_Lines_Are_Read_Quickly) {
+TEST_F(Sensors, Twenty_Thousand_Lines_Are_Read_In_One_Pass) {
   std::string text = "comport1=9\r\n";
   for (int i = 0; i < 20000; ++i) text += "; remark number " + std::to_string(i) + " with = and ] in it\r\n";
   text += "Sens_Def=last\tLinear\t1\t0\t0\t255\tV\t0\tV\r\nan_sel1=1\r\n";
   Write_Ini(text);
-  const auto start = std::chrono::steady_clock::now();
+  const std::clock_t start = std::clock();  // of this program alone; a pass a line would take minutes
   Init_ini_file();
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(300));
+  EXPECT_LT(std::clock() - start, 5 * CLOCKS_PER_SEC);
   EXPECT_EQ(Com_Port_Number, 9);
   EXPECT_EQ(Sensor_Name(Sensor_On_Input(1)), "last");
 }
