@@ -110,6 +110,10 @@ void BoostProgMain::Make_Layout() {
   Follow(preset_status_, preset_status, [](QLabel* label, const QString& text) { label->setText(text); });
   statusBar()->addWidget(notification_);
   statusBar()->addWidget(preset_status_);
+  auto* history = new QLabel;
+  history->setObjectName("history_status");
+  Follow(history, history_status, [](QLabel* label, const QString& text) { label->setText(text); });
+  statusBar()->addWidget(history);
   statusBar()->addWidget(Notice_Line(), 1);
   config_ = std::make_unique<KX_Config>(controls_, *this);
   summary_ = std::make_unique<KX_Setting_Summary>();

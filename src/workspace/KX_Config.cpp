@@ -42,6 +42,7 @@ KX_Config::KX_Config(Control_Index& index, QWidget& main_form) : index_(index) {
   auto* frames = new QVBoxLayout(page);
   frames->addWidget(Make_Standard(index));
   frames->addWidget(Make_Advanced(index));
+  frames->addWidget(Make_In_Boost(index));
   frames->addWidget(Make_Development());
   frames->addStretch(1);
   auto* area = new QScrollArea;
@@ -55,6 +56,7 @@ KX_Config::KX_Config(Control_Index& index, QWidget& main_form) : index_(index) {
   auto* ok = new QPushButton("OK");
   ok->setObjectName("OKButton");
   On_Click(ok, [this, &main_form] {
+    Take_Rpm_Indicator();
     OKButton_Click();
     hide();
     main_form.raise();
@@ -72,6 +74,7 @@ KX_Config::KX_Config(Control_Index& index, QWidget& main_form) : index_(index) {
   area->setMinimumWidth(page->sizeHint().width() + area->verticalScrollBar()->sizeHint().width() +
                         2 * area->frameWidth());
   advanced_->hide();
+  in_boost_->hide();
   development_->hide();
   Guard_Wheels_In(this);
   resize(sizeHint().width(), fontMetrics().height() * 42);
@@ -135,8 +138,28 @@ void KX_Config::Make_Rpm_Indicator(Control_Index& index) {
   typed->setReadOnly(false);
   typed->setFocusPolicy(Qt::StrongFocus);
   typed->installEventFilter(this);
-  connect(typed, &QLineEdit::returnPressed, this,
-          [typed] { Guarded([typed] { gear_shift_Entered(typed->text().toStdString()); }); });
+  connect(typed, &QLineEdit::returnPressed, this, [this] {
+    Gear_Shift().setModified(true);  // Enter takes the number that stands there, too
+    Guarded([this] { Take_Rpm_Indicator(); });
+  });
+  connect(typed, &QLineEdit::editingFinished, this, [this] { Guarded([this] { Take_Rpm_Indicator(); }); });
+  connect(typed, &QLineEdit::textEdited, this, &KX_Config::Cut_To_Length);
+}
+
+QLineEdit& KX_Config::Gear_Shift() { return *qobject_cast<QLineEdit*>(index_.Text_Control("gear_shift")); }
+
+/// What the user has typed into gear_shift. Shown again from the tune it counts as typed no more.
+void KX_Config::Take_Rpm_Indicator() {
+  if (!Gear_Shift().isModified()) return;
+  Gear_Shift().setModified(false);  // a text that is refused is refused once
+  gear_shift_Entered(Gear_Shift().text().toStdString());
+}
+
+/// Keys stop at the length; a paste is cut there.
+void KX_Config::Cut_To_Length(const QString& typed) {
+  if (typed.size() <= gear_shift_length) return;
+  Gear_Shift().setText(typed.left(gear_shift_length));
+  Gear_Shift().setModified(true);
 }
 
 QWidget* KX_Config::Make_Advanced(Control_Index& index) {
@@ -150,15 +173,20 @@ QWidget* KX_Config::Make_Advanced(Control_Index& index) {
                     {"MAFSIM_enable", "mafsim_combo", "mafsim_out_combo", "mafsim_limit_combo"});
   auto* io = Lists("IO_Mode_Frame", "KX Digital I/O mode", index, {"io_combo"});
   sequential_ = Lists("Frame4", "Sequential fuel or not", index, {"Sequential_Fuel_opt"});
-  in_boost_ = new Control_Group("In_Boost_Frame", "in boost level", index);
-  in_boost_->Scalar("inboostlevel");
   auto* role = Lists("KX_Mode_Frame", "KX mode", index, {"master"});
   auto* layout = new QVBoxLayout(advanced_);
-  for (QWidget* widget :
-       std::initializer_list<QWidget*>{precision, fuel, maf, io, sequential_, in_boost_, role}) {
+  for (QWidget* widget : std::initializer_list<QWidget*>{precision, fuel, maf, io, sequential_, role}) {
     layout->addWidget(widget);
   }
   return advanced_;
+}
+
+/// It comes on show with the advanced settings, but stays enabled where a preset disables them; so it stands
+/// below their frame, not in it.
+QWidget* KX_Config::Make_In_Boost(Control_Index& index) {
+  in_boost_ = new Control_Group("In_Boost_Frame", "in boost level", index);
+  in_boost_->Scalar("inboostlevel");
+  return in_boost_;
 }
 
 QWidget* KX_Config::Make_Development() {
@@ -207,15 +235,15 @@ bool KX_Config::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool KX_Config::Refuses(QEvent& event) {
-  const auto* typed = qobject_cast<QLineEdit*>(index_.Text_Control("gear_shift"));
   const QString text = static_cast<QKeyEvent&>(event).text();
-  const bool adds = !text.isEmpty() && text.front().isPrint() && !typed->hasSelectedText();
-  return adds && typed->text().size() >= gear_shift_length;
+  const bool adds = !text.isEmpty() && text.front().isPrint() && !Gear_Shift().hasSelectedText();
+  return adds && Gear_Shift().text().size() >= gear_shift_length;
 }
 
 void KX_Config::View_Advanced() {
   const bool show = !advanced_->isVisibleTo(this);
   advanced_->setVisible(show);
+  in_boost_->setVisible(show);
   development_->setVisible(show);
   view_advanced_->setText(show ? hide_advanced : show_advanced);
 }

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -35,6 +36,7 @@ class KX_Config : public QWidget {
  private:
   QWidget* Make_Standard(Control_Index& index);
   QWidget* Make_Advanced(Control_Index& index);
+  QWidget* Make_In_Boost(Control_Index& index);
   QWidget* Make_Development();
   void Make_Preset_List();
   void Make_Rpm_Indicator(Control_Index& index);
@@ -42,6 +44,9 @@ class KX_Config : public QWidget {
   void Show_Presets();
   QMenuBar* Make_Menu();
   bool Refuses(QEvent& event);
+  QLineEdit& Gear_Shift();
+  void Take_Rpm_Indicator();
+  void Cut_To_Length(const QString& typed);
 
   Control_Index& index_;
   QComboBox* presets_;

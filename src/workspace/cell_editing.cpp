@@ -6,6 +6,7 @@
 #include "settings/text_encoding.h"
 #include "workspace/history.h"
 #include "workspace/table_operations.h"
+#include "workspace/table_values.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
@@ -55,19 +56,29 @@ bool Go_Down(Grid& grid) {
 
 void Show_Chart_Point(Table table, int row, double value) {
   Chart& chart = Chart_Of(Chart_Beside(table));
-  chart.current = row;
   const auto point = static_cast<std::size_t>(row - 1);
   if (!chart.series.empty() && point < chart.series[0].values.size()) chart.series[0].values[point] = value;
 }
 
+void Show_Cell(Table table, int row, const std::string& text) {
+  Grid_Of(table).Set_Text(row, Row_Of(table).text_column, text);
+  Show_Chart_Point(table, row, Val_Any(text));
+}
+
+/// Rows above the first that may be edited show the byte of that one: they follow it.
+void Show_Rows_Above(Table table) {
+  const int first = Row_Of(table).first_row;
+  for (int row = 1; row < first; ++row) {
+    Show_Cell(table, row, Shown_Text_Of(table, CardByte[Shown_Byte(table, row)]));
+  }
+}
+
 /// Limits the typed text of the current cell, shows it in grid and chart, and stores its byte.
 void Store_Typed(Table table, const Edit_Form& form, Grid& grid, std::string text) {
-  const Table_Row& row = Row_Of(table);
   if (const auto limit = Broken_Typing_Limit(form, Val_Any(text))) text = Number_Text(*limit);
-  grid.Set_Text(grid.Row(), row.text_column, text);
-  const double value = Val_Any(text);
-  Show_Chart_Point(table, grid.Row(), value);
-  CardByte[Edited_Byte(table, grid.Row())] = Typed_To(form, value);
+  Show_Cell(table, grid.Row(), text);
+  CardByte[Edited_Byte(table, grid.Row())] = Typed_To(form, Val_Any(text));
+  Show_Rows_Above(table);
 }
 
 }  // namespace
@@ -102,11 +113,12 @@ void Grid_Enter_Cell(Table table, int row, int row_sel) {
 void Grid_Key_Down(Table table, int key_code, int shift_state) {
   Grid& grid = Grid_Of(table);
   const Table_Row& row = Row_Of(table);
+  if (key_code == key::letter_c && shift_state == key::ctrl_state) {
+    if (table == Table::fuel_load) Copy_Fuel_Load_Bytes();
+    return;
+  }
   if (row.captures_typing) Capture_History();
   const Edit_Form form = Edit_Form_Of(table, false);
-  if (table == Table::fuel_load && key_code == key::letter_c && shift_state == key::ctrl_state) {
-    return Copy_Fuel_Load_Bytes();
-  }
   if (key_code != key::enter || !Go_Down(grid)) {
     const std::string& text = grid.Text(grid.Row(), row.text_column);
     const std::string edited = KeyEdit(key_code, text);

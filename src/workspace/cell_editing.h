@@ -30,7 +30,8 @@ void Grid_Enter_Cell(Table table, int row, int row_sel);
 
 /// A key pressed in a grid. Enter goes one row down; any other key edits the text of the current cell, and a
 /// changed text is limited and stored at once. The cell stays as typed until the next Update_All. Throws
-/// Failure "Overflow" when the number is no byte (volts below 0).
+/// Failure "Overflow" when the number is no byte (volts below 0). Ctrl+C copies the bytes of the fuel load
+/// table, on the other tables nothing; it edits nothing.
 void Grid_Key_Down(Table table, int key_code, int shift_state);
 
 }  // namespace kx

@@ -8,6 +8,17 @@
 #include "workspace/view_hooks.h"
 
 namespace kx {
+namespace {
+
+/// A choice may have changed bits that another control shows: one bit of flags A has two of them.
+void Show_Sharing_Byte(const Choice_Row& changed) {
+  if (!view_hooks.show_choice) return;
+  for (const Choice_Row& row : Choice_Rows()) {
+    if (row.field.byte == changed.field.byte) view_hooks.show_choice(row);
+  }
+}
+
+}  // namespace
 
 const Choice_Row& Choice_Row_Of(std::string_view name) {
   const auto rows = Choice_Rows();
@@ -30,12 +41,12 @@ std::string_view Choice_Text(const Choice_Row& row) {
 
 void Choice_Changed(const Choice_Row& row, int index) {
   if (index < 0 || index >= Choice_Count(row)) Fail_Subscript();
-  if (!Undo_Busy && row.rules->accepts(index)) {
+  if (!Undo_Busy && index != Choice_Index(row) && row.rules->accepts(index)) {
     if (row.captures) Capture_History();
     row.rules->write(row, index);
     if (row.afterwards) row.afterwards();
   }
-  if (view_hooks.show_choice) view_hooks.show_choice(row);
+  Show_Sharing_Byte(row);
 }
 
 std::string Label_Name(std::string_view control) {

@@ -60,8 +60,9 @@ struct Choice_Row {
 /// Text of the list or option that the tune selects.
 [[nodiscard]] std::string_view Choice_Text(const Choice_Row& row);
 
-/// The user has chosen @p index: refusals, history, the field, what follows, and the control shown again from
-/// the tune, so that a refused choice goes back. While Undo_Busy is set the control is only shown.
+/// The user has chosen @p index: refusals, history, the field, what follows, and the controls of the same
+/// byte shown again from the tune, so that a refused choice goes back. While Undo_Busy is set, and where the
+/// index was chosen already, they are only shown.
 void Choice_Changed(const Choice_Row& row, int index);
 
 }  // namespace kx

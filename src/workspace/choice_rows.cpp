@@ -97,8 +97,9 @@ constexpr std::array rows{
          choice::Update_Ignition, choice::table_units),
     Undoable(Options({"Ext_stock", "Sync_stock", "PWM_nostock"}, "Boost fuel enrichment method", fuel_methods,
                      map::fuel_not_extended, choice::Update_Meaning, choice::fuel_mode)),
-    Check("max_ret", "Enable max ignition retard.", map::max_retard_enable),
-    Check("AR_Enable", "Also retard on AE", map::retard_on_ae, nullptr, choice::never_clears),
+    // The bit of the first is the resolution of the fuel RPM table as well, and the second clears it.
+    Check("max_ret", "Enable max ignition retard.", map::max_retard_enable, Update_Tabs),
+    Check("AR_Enable", "Also retard on AE", map::retard_on_ae, Update_Tabs, choice::never_clears),
     Check("pwm1_check", "Run PWM as on/off switch. More than 50% duty cycle activates PWM output. ",
           map::pwm_on_off),
     Check("BoostControlPICheck",

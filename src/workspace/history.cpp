@@ -9,16 +9,19 @@
 namespace kx {
 
 int Undo_Index = 0;
+Shown_Text history_status;
 
 namespace {
 
 std::array<Byte_Image, undo_slots> undo_store;
 
 constexpr int last_slot = undo_slots - 1;
+constexpr const char* empty_step = "Empty history step: all bytes 0. Ctrl+Z goes back.";
 
 Byte_Image& Slot() { return undo_store.at(static_cast<std::size_t>(Undo_Index)); }
 
 void Load_Slot() {
+  history_status.Set(Slot() == Byte_Image{} ? empty_step : "");
   Undo_Busy = true;
   CardByte = Slot();
   Update_All();
@@ -31,6 +34,7 @@ void Load_Slot() {
 
 void Capture_History() {
   if (Undo_Busy) return;
+  history_status.Set("");
   Slot() = CardByte;
   ++Undo_Index;
   if (Undo_Index <= last_slot) return;
@@ -53,6 +57,7 @@ void Redo() {
 void Reset_History() {
   undo_store = {};
   Undo_Index = 0;
+  history_status.Set("");
 }
 
 }  // namespace kx

@@ -16,6 +16,15 @@ constexpr int gain_counts_a_step = 16;  ///< gain counts that make one step of 1
 constexpr int fuel_counts_a_step = 15;
 constexpr double sample_time = 0.05;  ///< s between two samples of the box
 
+/// Of the slider whose handle is held down: none, held and not moved, held and moved.
+enum class Gesture { none, begun, captured } gesture = Gesture::none;
+
+void Capture_Once_A_Gesture(const Scalar_Row& row) {
+  if (gesture == Gesture::captured) return;
+  if (gesture == Gesture::begun) gesture = Gesture::captured;
+  for (int i = 0; i < row.captures; ++i) Capture_History();
+}
+
 }  // namespace
 
 const Scalar_Row& Scalar_Row_Of(std::string_view name) {
@@ -45,12 +54,16 @@ std::string Scalar_Summary(const Scalar_Row& row) {
 
 void Scalar_Changed(const Scalar_Row& row, int position) {
   if (!Undo_Busy && position >= 0 && position <= row.max) {
-    for (int i = 0; i < row.captures; ++i) Capture_History();
+    Capture_Once_A_Gesture(row);
     CardByte[row.byte] = To_Byte(position * row.counts_a_step);
     if (row.afterwards) row.afterwards();
   }
   if (view_hooks.show_scalar) view_hooks.show_scalar(row);
 }
+
+void Scalar_Pressed() { gesture = Gesture::begun; }
+
+void Scalar_Released() { gesture = Gesture::none; }
 
 void Scroll_Refresh(int index) {
   const Scalar_Row& row = Scalar_Row_Of("scroll(" + std::to_string(index) + ")");

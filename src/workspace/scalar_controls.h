@@ -53,6 +53,11 @@ struct Scalar_Row {
 /// Undo_Busy is set the control is only shown.
 void Scalar_Changed(const Scalar_Row& row, int position);
 
+/// The user presses and releases the handle of a slider. What moves in between is one gesture and fills the
+/// history slots of the row once; keys and page steps come without a press and count one by one.
+void Scalar_Pressed();
+void Scalar_Released();
+
 /// Shows element @p index of the slider array with its text, from the tune.
 void Scroll_Refresh(int index);
 

@@ -101,6 +101,10 @@ TEST_F(Table_Editing, Maf_Limit_Leaves_The_Ignition_Of_All_Rpms_Alone) {
   EXPECT_EQ(CardByte[map::maf_limit.first], ignition);
   EXPECT_EQ(CardByte[map::maf_limit.first + 1], 102);
   EXPECT_EQ(CardByte[map::maf_limit.Last()], 102);
+  Select(Table::maf_limit, 2, 2);
+  Type(Table::maf_limit, "1.5");
+  EXPECT_EQ(Grid_Of(Table::maf_limit).Text(1, 1), "1.49") << "row 1 shows the byte of row 2";
+  EXPECT_EQ(Chart_Of(Chart_Id::MAFSim_limit_chart).series.at(0).values.at(0), 1.49);
 }
 
 TEST_F(Table_Editing, Set_Shows_The_Clipped_Number_And_Refuses_What_Is_None) {

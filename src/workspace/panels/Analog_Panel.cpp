@@ -23,7 +23,8 @@ Analog_Panel::Analog_Panel(Control_Index& index, QWidget* parent) : Tables_Panel
   Make_Analog2(index);
   Add_Page("MAF-Sim", Table::maf_output, {Chart_Id::MAFSim_chart})
       ->Add_Help("Label_MAFSim", "Enter the desired MAF-signal for each RPM*MAP");
-  Add_Page("MAF-Sim limit", Table::maf_limit, {Chart_Id::MAFSim_limit_chart});
+  Add_Page("MAF-Sim limit", Table::maf_limit, {Chart_Id::MAFSim_limit_chart})
+      ->Add_Help("Label_MAFSim_limit", "Row 1 shows the byte of row 2 and cannot be edited.");
 }
 
 /// The tab shows An2out_frame or, while the output is not available, only the notification.

@@ -32,17 +32,29 @@ void Set_Control_Text(QWidget* control, const std::string& text) {
   if (auto* label = qobject_cast<QLabel*>(control)) label->setText(Text(text));
 }
 
+/// The largest position stands at the left, and every key moves the handle the way that it points.
+void Reverse(QSlider* slider) {
+  slider->setInvertedAppearance(true);
+  slider->setInvertedControls(true);
+  QObject::connect(slider, &QSlider::actionTriggered, slider, [slider](int action) {
+    if (action == QSlider::SliderToMinimum) slider->setSliderPosition(slider->maximum());
+    if (action == QSlider::SliderToMaximum) slider->setSliderPosition(slider->minimum());
+  });
+}
+
 QSlider* Make_Slider(const Scalar_Row& row) {
   auto* slider = new QSlider(Qt::Horizontal);
   slider->setObjectName(Text(row.name));
   slider->setRange(0, row.max);
   slider->setPageStep(row.large_step);
-  slider->setInvertedAppearance(row.reversed);
+  if (row.reversed) Reverse(slider);
   slider->setToolTip(Text(row.tip));
   slider->setMinimumWidth(slider->fontMetrics().averageCharWidth() * 14);
   Guard_Wheel(slider);
   QObject::connect(slider, &QSlider::valueChanged, slider,
                    [&row](int position) { Guarded([&] { Scalar_Changed(row, position); }); });
+  QObject::connect(slider, &QSlider::sliderPressed, slider, Scalar_Pressed);
+  QObject::connect(slider, &QSlider::sliderReleased, slider, Scalar_Released);
   return slider;
 }
 
