@@ -1,8 +1,10 @@
 #include "platform/qt/qt_serial_port.h"
 
 #include <QFileInfo>
+#include <QSocketNotifier>
 #include <utility>
 
+#include "platform/qt/device_queues.h"
 #include "settings/message.h"
 
 namespace kx::platform {
@@ -41,12 +43,15 @@ Port_Error Qt_Serial_Port::Open_Error(const std::string& path) const {
   return {number, port_.errorString().toStdString()};
 }
 
+/// The end of a run may be on its way still; the device is set back to other speeds as it is closed.
 void Qt_Serial_Port::Close() {
   ++opening_;
   told_soon_ = false;
-  lost_ = false;
+  const bool gone = std::exchange(lost_, false);
   left_over_.clear();
-  if (port_.isOpen()) port_.close();
+  if (!port_.isOpen()) return;
+  if (!gone) Let_Out(static_cast<int>(port_.handle()));
+  port_.close();
 }
 
 bool Qt_Serial_Port::Write(std::string_view text) {
@@ -56,12 +61,22 @@ bool Qt_Serial_Port::Write(std::string_view text) {
   return !lost_;
 }
 
-/// The device delivers in the event loop only. A look at it from here (waitForReadyRead) could take away what
-/// a notification that is on its way already is going to read, and an empty read counts as an error in Qt.
 std::string Qt_Serial_Port::Read() {
+  Take_From_Device();
   const QByteArray arrived =
       std::exchange(left_over_, {}) + (port_.isOpen() ? port_.readAll() : QByteArray());
   return arrived.toStdString();
+}
+
+/// A look at the device from here takes away what a notification that is on its way already is going to read,
+/// and an empty read counts as an error in Qt. So the notification is called off for as long.
+void Qt_Serial_Port::Take_From_Device() {
+  if (!port_.isOpen() || lost_ || Waiting_In_Device(static_cast<int>(port_.handle())) == 0) return;
+  auto notifiers = port_.findChildren<QSocketNotifier*>();
+  erase_if(notifiers, [](const QSocketNotifier* one) { return one->type() != QSocketNotifier::Read; });
+  for (QSocketNotifier* notifier : notifiers) notifier->setEnabled(false);
+  (void)port_.waitForReadyRead(0);
+  for (QSocketNotifier* notifier : notifiers) notifier->setEnabled(!lost_);
 }
 
 void Qt_Serial_Port::On_Error(QSerialPort::SerialPortError error) {

@@ -24,12 +24,13 @@ class Qt_Serial_Port : public Serial_Port {
   [[nodiscard]] bool Is_Open() const override { return port_.isOpen(); }
   bool Write(std::string_view text) override;
 
-  /// What the event loop has delivered. After a loss this still takes what the device had delivered before it
-  /// went.
+  /// What the event loop has delivered and what the device holds at this moment. After a loss this still
+  /// takes what the device had delivered before it went.
   std::string Read() override;
 
  private:
   [[nodiscard]] Port_Error Open_Error(const std::string& path) const;
+  void Take_From_Device();
   void On_Error(QSerialPort::SerialPortError error);
   void Queue(void (Qt_Serial_Port::*step)());
   void Tell_Received();
