@@ -58,7 +58,7 @@ std::string Note_Lines(const Byte_Note& note, std::uint8_t value) {
 bool Apply_Preset() {
   Apply_Preset_Mask();
   const std::vector<int> changed = Apply_Preset_Program();
-  if (!changed.empty()) preset_status.Set("Preset changed bytes: " + Joined(changed));
+  preset_status.Set(changed.empty() ? "" : "Preset changed bytes: " + Joined(changed));
   return !changed.empty();
 }
 

@@ -109,7 +109,6 @@ TEST_F(Box_Settings, A_Preset_Works_On_The_Tune_At_Every_Refresh_And_Says_What_I
   EXPECT_EQ(CardByte[44], 5);
   EXPECT_EQ(CardByte[45], 251);
   EXPECT_EQ(preset_status.Text(), "Preset changed bytes: 45");
-  preset_status.Set("");
   Update_All();
   EXPECT_EQ(preset_status.Text(), "");
   EXPECT_EQ(Undo_Index, slot);
