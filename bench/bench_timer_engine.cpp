@@ -13,6 +13,7 @@
 #include "boxlink/protocol.h"
 #include "boxlink/run_list.h"
 #include "boxlink/timer_engine.h"
+#include "boxlink/transfer.h"
 #include "platform/seams.h"
 #include "settings/image.h"
 #include "settings/wait.h"

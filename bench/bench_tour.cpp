@@ -14,6 +14,7 @@
 #include "bench_folder.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
+#include "boxlink/transfer.h"
 #include "platform/qt/qt_seams.h"
 #include "platform/seams.h"
 #include "settings/image.h"

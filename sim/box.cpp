@@ -17,7 +17,7 @@ constexpr std::array Words = {Command::Info,         Command::Read_Master, Comma
 constexpr std::uint8_t First_Card_Offset = 1;
 constexpr std::string_view Hex_Digits = "0123456789ABCDEF";
 
-/// Only upper-case digits count: "b" of "bw" must stay a command inside an open run.
+/// Only upper-case digits count: "b" of "bw" must stay a command where runs are lenient.
 std::optional<std::uint8_t> Nibble(char c) {
   const auto value = Hex_Digits.find(c);
   if (value == std::string_view::npos) return std::nullopt;
@@ -96,16 +96,16 @@ std::string Box::Take(char c) {
   }
   const auto nibble = Nibble(c);
   if (target_ == Run_Target::Card && nibble) return Take_Card_Digit(*nibble);
-  if (Run_Open() && nibble) return Take_Run_Digit(c, *nibble);
-  if (Run_Open() && c == '$') return End_Run();
-  return Take_Command_Character(c);
+  if (!Run_Open()) return Take_Command_Character(c);
+  if (c == '$') return End_Run();
+  if (!nibble && contents_.Lenient_Runs) return Take_Command_Character(c);
+  return Take_Run_Digit(c, nibble.value_or(static_cast<std::uint8_t>(c & 0x0F)));
 }
 
-/// A slave that is gone takes its run with it: nobody is left to echo.
-bool Box::Run_Open() const {
-  if (target_ == Run_Target::Slave) return contents_.Slave_Present;
-  return target_ == Run_Target::Master;
-}
+bool Box::Run_Open() const { return target_ == Run_Target::Master || target_ == Run_Target::Slave; }
+
+/// Of a slave that is gone nobody is left to echo, though its run goes on to "$".
+bool Box::Heard() const { return target_ == Run_Target::Master || contents_.Slave_Present; }
 
 std::string Box::Take_Command_Character(char c) {
   const std::string text = std::exchange(pending_, {}) + c;
@@ -127,6 +127,7 @@ std::string Box::Answer(Command command, std::string text) {
 
 std::string Box::Take_Run_Digit(char c, std::uint8_t nibble) {
   pending_.clear();
+  if (!Heard()) return {};
   std::string echo(1, c);
   if (offset_digits_left_ > 0) {
     --offset_digits_left_;
@@ -140,11 +141,14 @@ std::string Box::Take_Run_Digit(char c, std::uint8_t nibble) {
   return Answer(Command::Digit, echo);
 }
 
-/// Master bytes go on to the slave as well, which stays a slave whatever it is told.
+/// Master bytes go on to the slave as well, which the master leaves its mark. What is said to the slave alone
+/// is taken as it stands.
 void Box::Store(std::uint8_t value) {
   high_nibble_.reset();
   if (target_ == Run_Target::Master) contents_.Master[offset_] = value;
-  if (contents_.Slave_Present) contents_.Slave[offset_] = Kept_As_Slave(offset_, value);
+  if (contents_.Slave_Present) {
+    contents_.Slave[offset_] = target_ == Run_Target::Slave ? value : Kept_As_Slave(offset_, value);
+  }
   ++offset_;
 }
 
@@ -170,8 +174,9 @@ std::string Box::Begin_Run(Run_Target target, std::string prompt) {
 
 std::string Box::End_Run() {
   pending_.clear();
+  const bool heard = Heard();
   target_ = Run_Target::None;
-  return Answer(Command::Run_End, "!\r\n");
+  return Answer(Command::Run_End, heard ? "!\r\n" : "");
 }
 
 std::string Box::Run(Command command) {

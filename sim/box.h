@@ -45,6 +45,7 @@ struct Box_Contents {
   bool Slave_Present = false;
   bool Card_Present = false;
   std::uint32_t Drive_Seed = 1;  ///< Chooses the drive that the log stream tells of.
+  bool Lenient_Runs = false;     ///< A command inside an open run ends it and is obeyed; else it is run data.
 };
 
 /// @p master as a slave holds it: equal but for bit 3 of byte 1, which marks the slave.
@@ -53,8 +54,9 @@ struct Box_Contents {
 /// A box at the far end of the serial line, without the line: characters in, characters out, no clock.
 ///
 /// A command has no terminator, so a word counts as soon as its last character is there; characters that
-/// belong to no command are ignored without an answer. Any command ends a write run that was left open. "a"
-/// starts the log stream, and a box that streams hears nothing but the blank that stops it.
+/// belong to no command are ignored without an answer. An open write run takes every character up to "$" for
+/// its own, commands included. "a" starts the log stream, and a box that streams hears nothing but the blank
+/// that stops it.
 class Box {
  public:
   explicit Box(Box_Contents contents = {});
@@ -87,6 +89,7 @@ class Box {
   std::string End_Run();
   void Store(std::uint8_t value);
   [[nodiscard]] bool Run_Open() const;
+  [[nodiscard]] bool Heard() const;
 
   Box_Contents contents_;
   std::string pending_;  // start of a command word whose rest has not come yet

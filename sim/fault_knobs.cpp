@@ -143,6 +143,8 @@ constexpr std::array Knobs = {
          [](Faults& f, Value v) { return Read_Flag(v, f.Log_Header); }},
     Knob{"log_off", "N:SECONDS", "switched off after n log rows, on again after so long",
          [](Faults& f, Value v) { return Read_Log_Off(v, f); }},
+    Knob{"lenient", "", "obey a command inside an open run, in place of taking it for run data",
+         [](Faults& f, Value v) { return Read_Flag(v, f.Lenient); }},
     Knob{"drop_received", "N", "lose the n-th received byte",
          [](Faults& f, Value v) { return Read_Number(v, f.Drop_Received); }},
     Knob{"duplicate_received", "N", "take the n-th received byte twice",

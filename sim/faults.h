@@ -51,6 +51,8 @@ struct Faults {
   std::optional<std::size_t> Log_Off;  ///< The box is switched off after so many rows of the stream,
   double Log_Off_Seconds = 0;          ///< and on again, not streaming, after so many seconds.
 
+  bool Lenient = false;  ///< A command inside an open run ends it and is obeyed.
+
   std::optional<std::size_t> Drop_Received;       ///< The n-th byte from the PC, from 1, is lost.
   std::optional<std::size_t> Duplicate_Received;  ///< It comes twice.
   std::optional<std::size_t> Corrupt_Received;    ///< It comes as a neighbour, so that a digit stays a digit.

@@ -9,7 +9,9 @@ Line::Line(Box box, const Faults& faults, Pace pace)
     : box_(std::move(box)),
       injector_(faults),
       character_time_(pace == Pace::Real ? Character_Time : 0),
-      drive_(box_.Contents().Drive_Seed) {}
+      drive_(box_.Contents().Drive_Seed) {
+  box_.Contents().Lenient_Runs = faults.Lenient;
+}
 
 void Line::Receive(std::string_view bytes, double now) {
   pc_done_ = std::max(pc_done_, now);
@@ -135,6 +137,7 @@ void Line::Set_Faults(const Faults& faults) {
   late_ = false;
   deaf_until_ = 0;
   injector_ = Fault_Injector(faults);
+  box_.Contents().Lenient_Runs = faults.Lenient;
 }
 
 }  // namespace kx::sim

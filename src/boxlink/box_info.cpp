@@ -8,6 +8,7 @@
 #include "boxlink/hex_text.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
+#include "boxlink/transfer.h"
 #include "settings/failure.h"
 #include "settings/message.h"
 #include "settings/text_encoding.h"
@@ -61,8 +62,7 @@ std::string Listen(double seconds) {
   std::string received;
   const Wait_Limit limit(seconds);
   do {
-    Do_Events();
-    Fail_If_Ended();
+    Yield();
     if (MSComm1.PortOpen() || MSComm1.Lost()) received += MSComm1.Input();
   } while (!limit.Passed());
   return received;
@@ -83,29 +83,38 @@ class Port_As_Found {
 };
 
 /// True when the box has answered.
-bool Query_Connected_Box() {
-  const Transfer_Guard running;
-  if (!running.Entered()) return false;
+bool Query() {
   const Port_As_Found port;
   rs232_text.Set(words::asking_info);
   Debug_txt.Set("");
   if (!Open_For_Transfer()) return false;
   Drop_Input();
-  try {
-    Get_Box_Info();
-  } catch (const Transfer_Ended&) {
-    return false;
-  } catch (...) {
-    rs232_text.Set(words::no_responce);
-    throw;
-  }
+  Get_Box_Info();
   return Box_Info_OK;
+}
+
+bool Query_Connected_Box() {
+  const auto end_early = [](std::string_view failed) {
+    if (!failed.empty()) rs232_text.Set(words::no_responce);
+  };
+  bool answered = false;
+  Run_Transfer({.end_early = end_early}, [&] { answered = Query(); });
+  return answered;
 }
 
 std::string Test_Line(int com_number, const platform::Port_Error& error) {
   const std::string port = "Com port " + std::to_string(com_number);
   if (error.Ok()) return port + " ok" + Crlf();
   return port + " not ok   " + std::to_string(error.number) + " - " + error.text + Crlf();
+}
+
+void Test_Ports() {
+  Text1.Set("");
+  for (int n = 1; n <= last_tested_port; ++n) {
+    MSComm1.Set_CommPort(n);
+    if (!MSComm1.PortOpen()) Text1.Append(Test_Line(n, MSComm1.Set_PortOpen(true)));
+    MSComm1.Set_PortOpen(false);
+  }
 }
 
 }  // namespace
@@ -163,16 +172,7 @@ void Refresh_Box_Info_Quietly() {
   }
 }
 
-void Command3_Click() {
-  const Transfer_Guard running;
-  if (!running.Entered()) return;
-  Text1.Set("");
-  for (int n = 1; n <= last_tested_port; ++n) {
-    MSComm1.Set_CommPort(n);
-    if (!MSComm1.PortOpen()) Text1.Append(Test_Line(n, MSComm1.Set_PortOpen(true)));
-    MSComm1.Set_PortOpen(false);
-  }
-}
+void Command3_Click() { Run_Transfer({}, Test_Ports); }
 
 void Reset_Box_Info() {
   Keep({});

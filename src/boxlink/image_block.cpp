@@ -1,5 +1,8 @@
 #include "boxlink/image_block.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include "boxlink/hex_text.h"
 #include "settings/numbers.h"
 
@@ -8,13 +11,23 @@ namespace {
 
 constexpr std::size_t digit_count = 2UL * Byte_Image::size;
 
+bool Is_Digit(char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; }
+bool Is_Lower(char c) { return c >= 'a' && c <= 'f'; }
+
+/// The digits at the start of @p text, when there are as many as an image has: a character that was lost on
+/// the line, or came twice, would shift all bytes behind it.
+std::optional<std::string> Counted_Digits(std::string_view text) {
+  const auto count = static_cast<std::size_t>(std::ranges::find_if_not(text, Is_Digit) - text.begin());
+  if (count != digit_count || text.size() == digit_count) return std::nullopt;
+  return std::string(text.substr(0, digit_count));
+}
+
 }  // namespace
 
 std::optional<std::string> Image_Digits(std::string_view answer, char marker) {
   const std::size_t marker_at = answer.find(marker);
   if (marker_at != std::string_view::npos) answer.remove_prefix(marker_at + 1);
-  if (answer.size() < digit_count) return std::nullopt;
-  return std::string(answer.substr(0, digit_count));
+  return Counted_Digits(answer);
 }
 
 void Decode_Digits(std::string_view digits, int last, Byte_Image& image) {
@@ -32,16 +45,13 @@ std::optional<std::string> Timer_Image_Digits(std::string_view text) {
   if (block.front() != master_marker && block.back() != slave_marker &&
       !(block.front() == slave_marker && block.back() == master_marker))
     return std::nullopt;
-  return std::string(block.substr(1, digit_count));
+  return Counted_Digits(block.substr(1));
 }
 
 std::optional<Byte_Image> Decode_Timer_Digits(std::string_view digits) {
+  if (std::ranges::any_of(digits, Is_Lower)) return std::nullopt;
   Byte_Image image;
-  for (int i = 0; i < Byte_Image::size; ++i) {
-    const int value = Timer_Pair_Value(digits.substr(2 * static_cast<std::size_t>(i), 2));
-    if (value > 255) return std::nullopt;
-    image[i] = static_cast<std::uint8_t>(value);
-  }
+  Decode_Digits(digits, Byte_Image::size - 1, image);
   return image;
 }
 

@@ -19,18 +19,19 @@ inline constexpr int image_block_length = 520;
 inline constexpr char master_marker = '@';
 inline constexpr char slave_marker = '#';
 
-/// The 512 characters behind the first @p marker of @p answer; without a marker the first 512. Nothing when
-/// there are fewer.
+/// The digits behind the first @p marker of @p answer, without a marker those at its start. Nothing unless
+/// they are 512, upper or lower case, with something else behind them.
 [[nodiscard]] std::optional<std::string> Image_Digits(std::string_view answer, char marker);
 
-/// Bytes 0 to @p last of @p image from the digits; the bytes behind stay. Values outside 0..255 are clipped.
+/// Bytes 0 to @p last of @p image from its @p digits; the bytes behind stay.
 void Decode_Digits(std::string_view digits, int last, Byte_Image& image);
 
 /// The digits as the timer-driven engine takes them: by place, from a collected @p text that may go on behind
-/// the block. Nothing as long as too little has come, or when no marker stands where one must.
+/// the block. Nothing as long as too little has come, when no marker stands where one must, or when they are
+/// not 512 digits, upper or lower case.
 [[nodiscard]] std::optional<std::string> Timer_Image_Digits(std::string_view text);
 
-/// The image of 512 @p digits by Timer_Pair_Value. Nothing when a pair gives more than a byte.
+/// The image of 512 @p digits. Nothing when one of them is lower case, which no box sends.
 [[nodiscard]] std::optional<Byte_Image> Decode_Timer_Digits(std::string_view digits);
 
 }  // namespace kx

@@ -8,6 +8,7 @@
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
 #include "boxlink/timer_engine.h"
+#include "boxlink/transfer.h"
 #include "settings/refresh.h"
 
 namespace kx {
@@ -45,6 +46,7 @@ void Refresh_Views(void (*refresh)()) {
 
 void Reset_Link_State() {
   on_transfer_change = nullptr;
+  End_Transfer();
   Reset_Timer_Engine();
   Box_Master_Image = {};
   Box_Slave_Image = {};

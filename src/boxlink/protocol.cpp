@@ -3,7 +3,7 @@
 #include "boxlink/comm_port.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/port_map.h"
-#include "boxlink/timer_engine.h"
+#include "boxlink/transfer.h"
 #include "settings/message.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
@@ -13,31 +13,15 @@ namespace kx {
 
 bool Box_Info_OK = false;
 bool Quiet_Close = false;
-std::function<void()> on_transfer_change;
 
 namespace {
 
-bool transfer_running = false;
-bool end_asked = false;
-int transfer_port = 1;  // COM number that the operation began with
 bool communication_box_open = false;
-
-void Set_Transfer_Running(bool running) {
-  transfer_running = running;
-  if (on_transfer_change) on_transfer_change();
-}
-
-bool Ended() { return Closing || (transfer_running && end_asked); }
 
 /// COM number of the open port, else of the one to open.
 int Port_Number() {
   if (MSComm1.PortOpen() || MSComm1.Lost()) return MSComm1.CommPort();
-  return transfer_running ? transfer_port : Com_Port_Number;
-}
-
-/// The port may be open, or lost, from before another one was chosen.
-void Leave_Other_Port() {
-  if (!transfer_running && MSComm1.CommPort() != Com_Port_Number) MSComm1.Set_PortOpen(false);
+  return Transfer_Running() ? Current_Transfer().port : Com_Port_Number;
 }
 
 void Report_Port(std::string_view end) {
@@ -46,8 +30,12 @@ void Report_Port(std::string_view end) {
 
 }  // namespace
 
+void Leave_Other_Port() {
+  if (!Transfer_Running() && MSComm1.CommPort() != Com_Port_Number) MSComm1.Set_PortOpen(false);
+}
+
 bool Open_For_Transfer() {
-  if (Ended()) return false;
+  if (Transfer_Ending()) return false;
   if (MSComm1.PortOpen()) return true;
   const int number = Port_Number();
   MSComm1.Set_CommPort(number);
@@ -75,7 +63,6 @@ void Close_Box_Port() {
 
 void Com_knapp2_Click() {
   End_Transfer();
-  Stop_Timer_Engine();
   Close_Box_Port();
 }
 
@@ -100,41 +87,14 @@ bool Send_Wait_Rec(std::string_view command, double limit, int wanted, std::stri
   const Wait_Limit wait(limit);
   bool passed = false;
   while (!passed) {
-    Do_Events();
-    Fail_If_Ended();
+    Yield();
     passed = wait.Passed();  // before the last look at the port: what came in time counts
     received += MSComm1.Input();
     if (received.size() < static_cast<std::size_t>(wanted)) continue;
-    Do_Events();
-    Fail_If_Ended();
+    Yield();
     return true;
   }
   return false;
-}
-
-void End_Transfer() { end_asked = true; }
-
-void Fail_If_Ended() {
-  if (Ended()) throw Transfer_Ended();
-}
-
-bool Transfer_Running() { return transfer_running; }
-
-bool Take_Line() {
-  if (transfer_running) return false;
-  Leave_Other_Port();
-  transfer_port = Com_Port_Number;
-  end_asked = false;
-  Set_Transfer_Running(true);
-  return true;
-}
-
-void Free_Line() { Set_Transfer_Running(false); }
-
-Transfer_Guard::Transfer_Guard() : entered_(Take_Line()) {}
-
-Transfer_Guard::~Transfer_Guard() {
-  if (entered_) Free_Line();
 }
 
 }  // namespace kx

@@ -3,23 +3,17 @@
 #include "boxlink/image_block.h"
 #include "boxlink/link_state.h"
 #include "boxlink/link_texts.h"
-#include "boxlink/protocol.h"
 #include "boxlink/sync_steps.h"
-#include "settings/wait.h"
+#include "boxlink/transfer.h"
 
 namespace kx::sync {
 namespace {
 
-/// With a slave that does not answer, the image of the last comparison stands for it.
-void Fetch_Slave() {
-  std::string digits;
-  if (Fetch_Digits("rs", slave_marker, digits)) Decode_Digits(digits, map::last_compared, Box_Slave_Image);
-}
-
 /// The slave mark is set in the slave only, which is no mismatch.
 bool Differs(int i) {
-  if (CardByte[i] == Box_Slave_Image[i]) return false;
-  return i != map::slave_mode.byte || (CardByte[i] ^ Box_Slave_Image[i]) != map::slave_mode.mask;
+  const std::uint8_t wanted = Current_Transfer().image[i];
+  if (wanted == Box_Slave_Image[i]) return false;
+  return i != map::slave_mode.byte || (wanted ^ Box_Slave_Image[i]) != map::slave_mode.mask;
 }
 
 bool Compare_Bytes() {
@@ -43,14 +37,15 @@ bool Needs_Slave_Mode() {
 
 }  // namespace
 
-bool Compare_Slave() {
-  Fetch_Slave();
+Verdict Compare_Slave() {
+  std::string digits;
+  if (!Fetch_Digits("rs", slave_marker, digits)) return Verdict::not_read;
+  Decode_Digits(digits, map::last_compared, Box_Slave_Image);
   bool mismatch = Compare_Bytes();
-  Do_Events();
-  Fail_If_Ended();
+  Yield();
   mismatch |= Needs_Slave_Mode();
   Add_To_Journal(mismatch ? "Some slave miss match" : "No slave miss match");
-  return mismatch;
+  return mismatch ? Verdict::different : Verdict::equal;
 }
 
 }  // namespace kx::sync

@@ -9,6 +9,7 @@
 #include "boxlink/run_list.h"
 #include "boxlink/timer_state.h"
 #include "boxlink/timer_steps.h"
+#include "boxlink/transfer.h"
 #include "settings/message.h"
 
 namespace kx {
@@ -43,13 +44,20 @@ void Report_Equal_Slave() {
   End_Slave_Phase();
 }
 
-/// A repair behind which no fewer bytes differ would go on for ever: the slave does not take them.
-void Report_Differing_Slave(const std::string& runs, bool repaired) {
+/// One repair may be spoilt by the line; of a slave that does not take the bytes there would be no end.
+bool Given_Up(std::size_t differing, bool repaired) {
+  const bool fewer = differing < Slave_Repairs.fewest;
+  if (fewer) Slave_Repairs.fewest = differing;
+  Slave_Repairs.fruitless = fewer || !repaired ? 0 : Slave_Repairs.fruitless + 1;
+  return Slave_Repairs.fruitless >= 2;
+}
+
+void Report_Differing_Slave(const std::vector<int>& offsets, bool repaired) {
   rs232_text.Set(words::slave_differs);
-  if (repaired && runs.size() >= Run_List.size()) return End_Slave_Phase();
+  if (Given_Up(offsets.size(), repaired)) return End_Slave_Phase();
   Write_Mode = true;
   Slave_Write = true;
-  Run_List = runs;
+  Run_List = Slave_Run_List(offsets);
   Text1.Set(Run_List);
 }
 
@@ -74,10 +82,10 @@ bool Check_Slave_Data_Strategy() {
 void MasterSlaveCompare() {
   const bool repaired = std::exchange(Slave_Write, false);
   Slave_Image[map::slave_mode.byte] &= static_cast<std::uint8_t>(~map::slave_mode.mask);
-  const auto offsets = Differing_Offsets(CardByte, Slave_Image);
+  const auto offsets = Differing_Offsets(Current_Transfer().image, Slave_Image);
   Fill_Slave_Table(offsets);
   Slave_Run_No = 0;
-  offsets.empty() ? Report_Equal_Slave() : Report_Differing_Slave(Slave_Run_List(offsets), repaired);
+  offsets.empty() ? Report_Equal_Slave() : Report_Differing_Slave(offsets, repaired);
 }
 
 }  // namespace kx

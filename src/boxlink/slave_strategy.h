@@ -9,9 +9,9 @@ namespace kx {
 /// @return false when the port did not open, which ends the operation.
 [[nodiscard]] bool Check_Slave_Data_Strategy();
 
-/// Compares Slave_Image with the tune. Where they differ, one run for each byte is prepared and Write_Mode
-/// set; otherwise the slave phase is over. A slave that differs in the same bytes as before its last repair
-/// is given up, which ends the phase too.
+/// Compares Slave_Image with what the transfer sends. Where they differ, one run for each byte is prepared
+/// and Write_Mode set; otherwise the slave phase is over. A slave in which two repairs in a row have left no
+/// fewer bytes differing is given up, which ends the phase too.
 void MasterSlaveCompare();
 
 }  // namespace kx

@@ -8,12 +8,12 @@
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
 #include "boxlink/sync_steps.h"
+#include "boxlink/transfer.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/text_encoding.h"
-#include "settings/wait.h"
 
 namespace kx::sync {
 namespace {
@@ -29,13 +29,6 @@ void Abort_Read() {
   Finish_Read(Update_All);
 }
 
-bool Dataset_Accepted() {
-  if (Val_Any(Box_SC_ID) == DatasetID) return true;
-  return Confirm("The System has different dataset ID (" + Box_SC_ID +
-                 ") than currently selected in preferences (" + std::to_string(DatasetID) +
-                 "), load anyway?" + Crlf() + "(Dataset ID is not changed.)");
-}
-
 void Load(const std::string& digits) {
   Decode_Digits(digits, Byte_Image::size - 1, CardByte);
   Report_Step(words::read_finished);
@@ -43,6 +36,13 @@ void Load(const std::string& digits) {
 }
 
 }  // namespace
+
+bool Dataset_Accepted(int selected, std::string_view go_on) {
+  if (Val_Any(Box_SC_ID) == selected) return true;
+  return Confirm("The System has different dataset ID (" + Box_SC_ID +
+                 ") than currently selected in preferences (" + std::to_string(selected) + "), " +
+                 std::string(go_on));
+}
 
 bool Fetch_Digits(std::string_view command, char marker, std::string& digits) {
   std::string received;
@@ -56,8 +56,7 @@ bool Fetch_Digits(std::string_view command, char marker, std::string& digits) {
 bool Open_And_Ask() {
   if (!Open_For_Transfer()) return false;
   Drop_Input();
-  Do_Events();
-  Fail_If_Ended();
+  Yield();
   Get_Box_Info();
   return true;
 }
@@ -76,7 +75,8 @@ void Read() {
     Tell("Could not read");
     return Abort_Read();
   }
-  Dataset_Accepted() ? Load(digits) : Abort_Read();
+  const std::string question = "load anyway?" + Crlf() + "(Dataset ID is not changed.)";
+  Dataset_Accepted(DatasetID, question) ? Load(digits) : Abort_Read();
 }
 
 }  // namespace kx::sync

@@ -1,11 +1,11 @@
 #include <string>
 
-#include "boxlink/box_info.h"
 #include "boxlink/comm_port.h"
 #include "boxlink/link_state.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
 #include "boxlink/sync_steps.h"
+#include "boxlink/transfer.h"
 #include "settings/message.h"
 #include "settings/text_encoding.h"
 #include "settings/wait.h"
@@ -37,6 +37,7 @@ bool Marked(int i) { return i >= 0 && Diff_Flags[i] == 255; }
 /// the run before would count as part of every answer in this one.
 void Begin_Run(int i) {
   Drop_Input();
+  Current_Transfer().run_open = true;
   Answer_To("bw", 0.2, 3);
   const std::string offset = dec2hex(i, 2);
   Answer_To(offset.substr(0, 1), 0.1, 1);
@@ -45,35 +46,44 @@ void Begin_Run(int i) {
 
 /// True when the box has confirmed byte @p i.
 bool Send_Byte(int i) {
-  const std::string digits = dec2hex(CardByte[i], 2);
+  const std::string digits = dec2hex(Current_Transfer().image[i], 2);
   Answer_To(digits.substr(0, 1), 0.2, 1);
   return Answer_To(digits.substr(1), 0.3, 2).find('w') == 1;
 }
 
 /// Two characters are waited for; a box that goes on to end its line must have done so before the next
 /// command, whose answer would begin with that end.
-void End_Run() {
+std::string Answer_To_End() {
   std::string answer = Answer_To("$", 0.1, 2);
   const Wait_Limit limit(0.1);
-  while (answer.ends_with('\r') && !limit.Passed()) {
-    Do_Events();
-    Fail_If_Ended();
+  while (answer.find("!\r\n") == std::string::npos && !limit.Passed()) {
+    Yield();
     answer += MSComm1.Input();
   }
+  return answer;
+}
+
+/// Whatever comes next would be data to a box that stands in its run. A "$" that is lost is sent once more;
+/// a box that hears neither hears nothing of what follows either.
+void End_Run() {
+  bool& open = Current_Transfer().run_open;
+  for (int attempt = 0; open && attempt < 2; ++attempt) open = Answer_To_End().find('!') == std::string::npos;
+}
+
+void Report_Write_Error(int i, Write_Log& log) {
+  log.Add("Byte: " + std::to_string(i) + "  WRITE ERROR ");
+  log.failed = true;
+  End_Run();
 }
 
 void Send_Marked_Bytes(Write_Log& log) {
   for (int i = 0; i <= map::last_compared; ++i) {
     if (!Marked(i)) continue;
     if (!Marked(i - 1)) Begin_Run(i);
-    if (!Send_Byte(i)) {
-      log.Add("Byte: " + std::to_string(i) + "  WRITE ERROR ");
-      log.failed = true;
-      return;
-    }
+    if (!Send_Byte(i)) return Report_Write_Error(i, log);
+    ++*Current_Transfer().confirmed;
     if (!Marked(i + 1)) End_Run();
-    Do_Events();
-    Fail_If_Ended();
+    Yield();
   }
 }
 
@@ -90,7 +100,7 @@ void Send_End(int number, Write_Log& log) {
 void Read_Back() {
   Write_Mode = false;
   Write_Verify = true;
-  Verify();
+  (void)Verify();
   Write_Verify = false;
 }
 
@@ -120,12 +130,13 @@ void Write() {
   Write_Mode = true;
   if (!Slave_Mode_Accepted()) return Report_Step(words::write_aborted);
   Fail_If_Ended();
-  Stamp_Image();
-  Verify();
-  if (!Box_Info_OK) return Report_Step(words::write_aborted);
-  rs232_text.Set(words::writing);
-  Do_Events();
+  Begin_Sending();
+  if (!Verify()) return Report_Step(words::write_aborted);
   Fail_If_Ended();
+  if (!Dataset_Accepted(Current_Transfer().image[map::dataset], "write anyway?"))
+    return Report_Step(words::write_aborted);
+  rs232_text.Set(words::writing);
+  Yield();
   if (!Open_For_Transfer()) {
     Add_To_Journal(rs232_text.Text());
     return Report_Step(words::write_aborted);

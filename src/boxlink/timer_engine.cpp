@@ -9,6 +9,7 @@
 #include "boxlink/slave_strategy.h"
 #include "boxlink/timer_state.h"
 #include "boxlink/timer_steps.h"
+#include "boxlink/transfer.h"
 #include "platform/seams.h"
 #include "settings/image.h"
 #include "settings/message.h"
@@ -21,8 +22,6 @@ constexpr int tick_milliseconds = 10;
 
 std::unique_ptr<platform::Interval_Timer> Timer_TX;
 std::unique_ptr<platform::Interval_Timer> Timer_RX;
-bool engine_running = false;
-bool inside_step = false;  // a click or tick of ours is under way, perhaps waiting
 
 std::unique_ptr<platform::Interval_Timer> Make_Timer(void (*tick)()) {
   auto made = platform::seams.event_loop->Make_Timer();
@@ -31,48 +30,32 @@ std::unique_ptr<platform::Interval_Timer> Make_Timer(void (*tick)()) {
   return made;
 }
 
+void Timer_TX_Tick() { Step_Transfer(timer::Transmit); }
+
+void Timer_RX_Tick() { Step_Transfer(timer::Receive); }
+
 bool Ticks_To_Come() { return Timer_TX->Enabled() || Timer_RX->Enabled(); }
 
-void Leave() {
+void End_Ticks() {
   timer::Rest();
   Rx_Reading = false;
-  Clear_Transfer_Modes();
-  engine_running = false;
-  Free_Line();
 }
 
-/// A transfer is over when a click or tick ends with no other to follow, however it ends.
-class Step {
- public:
-  Step() { inside_step = true; }
-  ~Step() {
-    inside_step = false;
-    if (!Ticks_To_Come()) Leave();
-  }
-  Step(const Step&) = delete;
-  Step& operator=(const Step&) = delete;
-};
-
-void Run(void (*step)()) {
-  const Step running;
-  try {
-    Fail_If_Ended();
-    step();
-  } catch (const Transfer_Ended&) {
-    timer::Rest();
-  } catch (...) {
-    timer::Fail();
-    throw;
-  }
+/// The user who closes the port says so himself.
+void End_Early(std::string_view word) {
+  if (word.empty()) return;
+  rs232_text.Set(word);
+  Quiet_Close = false;
+  MSComm1.Set_PortOpen(false);
 }
 
 void Click(void (*step)()) {
-  if (!Take_Line()) return;
-  engine_running = true;
-  Clear_Slave_Phase();
   if (!Timer_TX) Timer_TX = Make_Timer(Timer_TX_Tick);
   if (!Timer_RX) Timer_RX = Make_Timer(Timer_RX_Tick);
-  Run(step);
+  Run_Transfer({End_Early, Ticks_To_Come, End_Ticks}, [step] {
+    Clear_Slave_Phase();
+    step();
+  });
 }
 
 void Start_Verify() {
@@ -84,7 +67,7 @@ void Start_Write() {
   if (!Check_Slave_Data_Strategy()) return;
   if (Get_Field(map::slave_mode) == 1) Tell("This setting will set ChargeMarshal to slave");
   Fail_If_Ended();
-  Stamp_Image();
+  Begin_Sending();
   Write_Mode = true;
   Start_Verify();
 }
@@ -109,8 +92,9 @@ void Rest() {
 }
 
 void Send(std::string_view text) {
-  Drop_Input();
+  Count_Confirmed(MSComm1.Input());
   Rx_Prompt.clear();
+  Rx_Silent_Ticks = 0;
   MSComm1.Output(text);
 }
 
@@ -119,14 +103,7 @@ void Close_Quietly() {
   Close_Box_Port();
 }
 
-void Fail(std::string_view word) {
-  Rest();
-  rs232_text.Set(word);
-  Rx_Reading = false;
-  Clear_Transfer_Modes();
-  Quiet_Close = false;
-  MSComm1.Set_PortOpen(false);
-}
+void Fail(std::string_view word) { throw Transfer_Ended{word}; }
 
 /// A box that does not tell who it is gets its chance to send the image all the same.
 void Start_Read() {
@@ -151,22 +128,7 @@ void Com_knapp4_Click() { Click(Start_Verify); }
 
 void Com_knapp3_Click() { Click(Start_Write); }
 
-void Timer_TX_Tick() {
-  if (engine_running) Run(timer::Transmit);
-}
-
-void Timer_RX_Tick() {
-  if (engine_running) Run(timer::Receive);
-}
-
-void Stop_Timer_Engine() {
-  if (!engine_running) return;
-  timer::Rest();
-  if (!inside_step) Leave();
-}
-
 void Reset_Timer_Engine() {
-  Stop_Timer_Engine();
   Timer_TX.reset();
   Timer_RX.reset();
   Reset_Timer_State();

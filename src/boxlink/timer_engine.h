@@ -5,7 +5,7 @@
 /// line is taken from the click on until then, so that a click that comes meanwhile is not entered.
 ///
 /// On every way out the timers are off, the modes unset and the port closed, but for a write whose box has
-/// another dataset or does not tell its own. A lost device ends the transfer as a communication error and
+/// another dataset. A lost device ends the transfer as a communication error and
 /// throws Failure; closing the port or the program ends it at once.
 namespace kx {
 
@@ -18,17 +18,7 @@ void Com_knapp4_Click();
 /// "Write settings old": sends byte 1 and the bytes that differ, reads back, and then repairs the slave.
 void Com_knapp3_Click();
 
-/// One act of the sending side, called by its timer; nothing without a transfer.
-void Timer_TX_Tick();
-
-/// Takes what has come and goes on by it, called by its timer; nothing without a transfer.
-void Timer_RX_Tick();
-
-/// Ends a transfer in its middle, without a word; one that is inside a wait unwinds by Transfer_Ended. The
-/// port is left to the caller.
-void Stop_Timer_Engine();
-
-/// Ends a transfer, forgets its state and gives the timers back.
+/// Forgets the engine's state and gives the timers back; no transfer may run.
 void Reset_Timer_Engine();
 
 }  // namespace kx

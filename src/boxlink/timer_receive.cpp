@@ -10,6 +10,7 @@
 #include "boxlink/slave_strategy.h"
 #include "boxlink/timer_state.h"
 #include "boxlink/timer_steps.h"
+#include "boxlink/transfer.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
@@ -42,7 +43,7 @@ void Compare() {
   const bool read_back = std::exchange(Write_Verify, false);
   rs232_text.Set(read_back ? With_Time(words::data_read_back, words::dotted_end)
                            : std::string(words::data_verified));
-  const auto offsets = Differing_Offsets(CardByte, Verify_Image);
+  const auto offsets = Differing_Offsets(Current_Transfer().image, Verify_Image);
   Slave_Pending = read_back && Slave_Needed && offsets.empty();
   offsets.empty() ? Send("ue") : Report_Difference(offsets);
   Run_List = Master_Run_List(offsets);
@@ -62,8 +63,8 @@ void Finish_Write() {
   Start_Read();
 }
 
-/// The tune must not reach a box that would read its bytes in another way, or that does not say how it reads
-/// them. The port stays open for what the user does about it.
+/// The tune must not reach a box that would read its bytes in another way. The port stays open for what the
+/// user does about it.
 void Refuse_Dataset() {
   Rest();
   rs232_text.Set(words::dataset_not_matched);
@@ -73,9 +74,10 @@ void Refuse_Dataset() {
 void Begin_Write() {
   rs232_text.Set(words::writing_data);
   const bool told = Box_Info_OK || Slave_Pass;  // the master has been written by then
-  if (!told || Val_Any(Box_SC_ID) != DatasetID) return Refuse_Dataset();
+  if (!told) Fail();
+  if (Val_Any(Box_SC_ID) != Current_Transfer().image[map::dataset]) return Refuse_Dataset();
   if (Run_List == ",") return Finish_Write();
-  Tx_State = 1;
+  Tx_State = Tx::begin;
   Run_Pos = 2;
   Talk();
 }
@@ -107,34 +109,71 @@ void Collect(const std::string& chunk) {
   const auto digits = Timer_Image_Digits(Rx_Text);
   if (!digits) return Fail_If_Endless(Rx_Text);
   const auto image = Decode_Timer_Digits(*digits);
-  image ? Take_Image(*image) : Fail(words::card_byte_error);
+  if (!image) Fail(words::card_byte_error);
+  Take_Image(*image);
 }
 
 void End_Run() {
   if (!Runs_Left(Run_List, Run_Pos)) return Finish_Write();
-  Tx_State = 1;
+  Tx_State = Tx::begin;
   Talk();
 }
 
-/// An end that comes while a prompt is awaited belongs to the run before. One that is awaited counts wherever
-/// it stands: behind an adapter that gathers what it delivers, the prompt to a word that an empty tick has
-/// sent meanwhile comes along with it.
-bool Run_Has_Ended() { return Tx_State != run_begun && Rx_Prompt.find("!\r\n") != std::string::npos; }
+constexpr std::string_view run_confirmed = "!\r\n";
+constexpr std::string_view prompts = "$#";
+
+/// An end behind which a prompt stands is none: a box that prompts stands in a run.
+bool Run_Has_Ended() {
+  const std::size_t at = Rx_Prompt.rfind(run_confirmed);
+  return at != std::string::npos && Rx_Prompt.find_first_of(prompts, at) == std::string::npos;
+}
 
 bool Prompted() { return Rx_Prompt.ends_with('$') || Rx_Prompt.ends_with('#') || Rx_Prompt == "w"; }
 
-void Await_Prompt(const std::string& chunk) {
+/// After a word that went out twice nobody knows whether the box has taken one of the two for an offset.
+void Restart_Run() {
+  Send("$");
+  Tx_State = Tx::restart;
+}
+
+/// An end that comes while a prompt is awaited belongs to the run before.
+void Await_Prompt() {
+  if (Word_Sent_Again) return Restart_Run();
+  Prompted() ? Talk() : Fail_If_Endless(Rx_Prompt);
+}
+
+/// A prompt behind a run says that its "$" has not been heard. It takes an idle tick, or a line that gives
+/// each "$" back would have it sent for ever.
+void Await_End() {
+  if (!Run_Has_Ended()) {
+    if (!Prompted()) return Fail_If_Endless(Rx_Prompt);
+    if (--Rx_Idle_Ticks <= 0) Fail();
+    return Send("$");
+  }
+  Current_Transfer().run_open = false;
+  if (Tx_State == Tx::end) return End_Run();
+  Send_Word();
+  Word_Sent_Again = false;
+  Tx_State = Tx::prompt;
+}
+
+void Take_Prompt(const std::string& chunk) {
+  Count_Confirmed(chunk);
   Rx_Prompt += chunk;
-  if (Run_Has_Ended()) return End_Run();
-  if (!Prompted()) return Fail_If_Endless(Rx_Prompt);
-  // Behind a run its end is due: a line that gives each "$" back would have it sent for ever.
-  if (Tx_State == run_end && --Rx_Idle_Ticks <= 0) return Fail();
-  Talk();
+  Tx_State == Tx::prompt ? Await_Prompt() : Await_End();
+}
+
+/// For the word of a run or its "$" the box may have been deaf. What is sent again while a prompt is awaited
+/// must not be followed by an offset.
+void Send_Again() {
+  if (Tx_State != Tx::prompt) return Send("$");
+  Send_Word();
+  Word_Sent_Again = true;
 }
 
 void Count_Idle_Tick() {
-  if (--Rx_Idle_Ticks <= 0) return Fail();
-  if (Write_Mode && !Rx_Reading) Send(Run_Word());
+  if (--Rx_Idle_Ticks <= 0) Fail();
+  if (++Rx_Silent_Ticks >= silent_ticks && Write_Mode && !Rx_Reading) Send_Again();
 }
 
 void Start_Pending_Slave_Pass() {
@@ -147,10 +186,11 @@ void Start_Pending_Slave_Pass() {
 }  // namespace
 
 void Receive() {
-  if (!MSComm1.PortOpen() && !MSComm1.Lost()) return Fail();
+  if (!MSComm1.PortOpen() && !MSComm1.Lost()) Fail();
   const std::string chunk = MSComm1.Input();
   if (chunk.empty()) return Count_Idle_Tick();
-  Rx_Reading ? Collect(chunk) : Await_Prompt(chunk);
+  Rx_Silent_Ticks = 0;
+  Rx_Reading ? Collect(chunk) : Take_Prompt(chunk);
   Start_Pending_Slave_Pass();
 }
 

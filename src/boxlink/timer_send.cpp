@@ -1,21 +1,21 @@
+#include <algorithm>
+
 #include "boxlink/comm_port.h"
 #include "boxlink/run_list.h"
 #include "boxlink/timer_state.h"
 #include "boxlink/timer_steps.h"
+#include "boxlink/transfer.h"
 
-/// The sending side by Tx_State: 1 begins a run, 2 sends its offset, 3 a byte a tick without waiting for the
-/// echo, 4 ends the run.
+/// The sending side: the word of a run, its offset, a byte a tick without waiting for the echo, its end.
 namespace kx::timer {
 namespace {
 
-constexpr std::int16_t next_run = 1;
-constexpr std::int16_t run_bytes = 3;
-
 void Begin_Run() {
   if (Slave_Write) ++Slave_Run_No;
-  Send(Run_Word());
+  Send_Word();
   Rx_Idle_Ticks = idle_ticks;
-  Tx_State = run_begun;
+  Word_Sent_Again = false;
+  Tx_State = Tx::prompt;
   Listen();
 }
 
@@ -30,7 +30,7 @@ void Send_Offset() {
   Run_Length = Next_Number();
   Run_Left = Run_Length;
   Send(dec2hex(Run_Start, 2));
-  Tx_State = run_bytes;
+  Tx_State = Tx::bytes;
 }
 
 bool Slave_Runs_Left() { return Slave_Write && Slave_Table[Slave_Run_No].offset != 0; }
@@ -38,28 +38,45 @@ bool Slave_Runs_Left() { return Slave_Write && Slave_Table[Slave_Run_No].offset 
 /// Between two runs to the slave nobody waits for the box.
 void End_Run() {
   Send("$");
-  Tx_State = Slave_Runs_Left() ? next_run : run_end;
-  if (Tx_State == run_end) Listen();
+  Tx_State = Slave_Runs_Left() ? Tx::begin : Tx::end;
+  if (Tx_State == Tx::end) Listen();
+}
+
+/// What the receiver of the run is to hold at @p offset: a slave keeps the mark that makes it one.
+std::uint8_t Byte_To_Send(int offset) {
+  const std::uint8_t value = Current_Transfer().image[offset];
+  const bool mode_byte = Slave_Write && offset == map::slave_mode.byte;
+  return mode_byte ? static_cast<std::uint8_t>(value | map::slave_mode.mask) : value;
 }
 
 void Send_Byte() {
   if (Run_Left == 0) return End_Run();
-  Send(dec2hex(CardByte[(Run_Start + Run_Length - Run_Left) % Byte_Image::size], 2));
+  Send(dec2hex(Byte_To_Send((Run_Start + Run_Length - Run_Left) % Byte_Image::size), 2));
   --Run_Left;
 }
 
 }  // namespace
 
-std::string_view Run_Word() { return Slave_Write ? "bs" : "bw"; }
+void Send_Word() {
+  Send(Slave_Write ? "bs" : "bw");
+  Current_Transfer().run_open = true;
+}
+
+/// Neither the echo of a word nor a prompt confirms a byte.
+void Count_Confirmed(std::string_view received) {
+  std::optional<int>& confirmed = Current_Transfer().confirmed;
+  const bool of_bytes = Tx_State == Tx::begin || Tx_State == Tx::bytes || Tx_State == Tx::end;
+  if (confirmed && of_bytes) *confirmed += static_cast<int>(std::ranges::count(received, 'w'));
+}
 
 void Transmit() {
-  if (!MSComm1.PortOpen() && !MSComm1.Lost()) return Fail();
+  if (!MSComm1.PortOpen() && !MSComm1.Lost()) Fail();
   switch (Tx_State) {
-    case next_run:
+    case Tx::begin:
       return Begin_Run();
-    case run_begun:
+    case Tx::prompt:
       return Send_Offset();
-    case run_bytes:
+    case Tx::bytes:
       return Send_Byte();
     default:
       return End_Run();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -10,11 +11,22 @@
 /// transfer runs but for the images, which keep what was read last.
 namespace kx {
 
-extern std::int16_t Tx_State;  ///< next act of Timer_TX, see timer_send.cpp; 0 before the first
+/// Where a write stands with its run. What has the word is in brackets.
+enum class Tx {
+  none,     ///< no run yet
+  begin,    ///< the word that begins a run is to be sent (Timer_TX)
+  prompt,   ///< its prompt is awaited (Timer_RX), then the offset is to be sent (Timer_TX)
+  bytes,    ///< bytes are sent, one a tick (Timer_TX)
+  end,      ///< "$" is sent, the end of the run is awaited (Timer_RX)
+  restart,  ///< "$" is sent because the word went out twice; behind the end the word goes out anew (Timer_RX)
+};
+extern Tx Tx_State;
 extern bool Rx_Reading;        ///< Timer_RX collects an image block; else it waits for a prompt of the box
 extern std::string Rx_Text;    ///< characters of the image block so far
 extern std::string Rx_Prompt;  ///< characters since the last send, while a prompt is awaited
-extern std::int16_t Rx_Idle_Ticks;  ///< empty ticks left, until the box counts as gone
+extern std::int16_t Rx_Idle_Ticks;    ///< empty ticks left, until the box counts as gone
+extern std::int16_t Rx_Silent_Ticks;  ///< empty ticks since the last send or arrival
+extern bool Word_Sent_Again;          ///< the word of the run has gone out twice
 
 extern std::string Run_List;     ///< runs to send, see run_list.h
 extern std::int16_t Run_Pos;     ///< place in Run_List of the next number, from 1
@@ -36,6 +48,13 @@ struct Slave_Row {
 };
 extern std::array<Slave_Row, map::image_size> Slave_Table;
 extern std::uint8_t Slave_Run_No;  ///< runs sent to the slave since the last comparison
+
+/// How the repair of the slave goes on.
+struct Slave_Progress {
+  std::size_t fewest = map::image_size;  ///< differing bytes, the fewest of all comparisons
+  int fruitless = 0;                     ///< repairs in a row behind which no fewer differed
+};
+extern Slave_Progress Slave_Repairs;
 
 /// Forgets a slave phase that was not brought to its end.
 void Clear_Slave_Phase();

@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "boxlink/protocol.h"
+#include "boxlink/transfer.h"
 #include "form_fixture.h"
 #include "settings/brand.h"
 #include "settings/image.h"
@@ -91,11 +91,10 @@ TEST_F(Main_Form, The_Transfer_Buttons_Rest_While_The_Line_Is_Taken) {
     return std::ranges::count_if(names, [&](auto* name) { return Find<QPushButton>(name)->isEnabled(); });
   };
   EXPECT_EQ(enabled(), std::ssize(names));
-  {
-    const Transfer_Guard transfer;
+  Run_Transfer({}, [&] {
     EXPECT_EQ(enabled(), 0);
     EXPECT_TRUE(Find<QPushButton>("Com_knapp2")->isEnabled()) << "the way out";
-  }
+  });
   EXPECT_EQ(enabled(), std::ssize(names));
 }
 

@@ -68,7 +68,7 @@ class Case_Maker {
 
   void At_Answer(const Stage& stage, int answer) {
     const bool info = stage.command == std::string_view("v");
-    const bool image = stage.command == std::string_view("rd");
+    const bool image = stage.length == 520;
     const Outcome missing = image && transfer_.aim != Aim::write ? Outcome::no_image : Outcome::open;
     const Outcome garnished = transfer_.aim == Aim::read && image ? Outcome::good : Outcome::open;
     const std::string from = std::string("on=") + stage.command + ",from=" + std::to_string(answer) + ",";

@@ -2,8 +2,10 @@
 #include <QTimer>
 #include <chrono>
 
+#include "boxlink/line_log.h"
 #include "boxlink/protocol.h"
 #include "boxlink/sync_engine.h"
+#include "boxlink/transfer.h"
 #include "link/pty_fixture.h"
 
 namespace kx {
@@ -98,6 +100,41 @@ TEST_F(Sync_Link, A_Lost_Line_Closes_An_Idle_Port_Too) {
   EXPECT_TRUE(MSComm1.Lost());
   Plug_In_Box(test::Sample_Box());
   Read_Settings_Click();
+  EXPECT_EQ(Status(), "Read finished T");
+}
+
+/// What a box said before must not be taken for its answer, though no event has told of it.
+TEST_F(Sync_Link, What_The_Device_Holds_Is_There_Without_A_Turn_Of_The_Loop) {
+  Set_Faults("on=ue,stale=late");
+  for (int round = 0; round < 50; ++round) {
+    ASSERT_TRUE(Open_For_Transfer());
+    MSComm1.Output("ue");
+    std::string arrived;
+    for (const Wait_Limit limit(5); arrived.size() < 7 && !limit.Passed();) arrived += MSComm1.Input();
+    EXPECT_EQ(arrived, "ue*late");
+    if (round % 2 == 0) Do_Events();
+    EXPECT_TRUE(MSComm1.PortOpen()) << "an empty notification";
+  }
+  MSComm1.Set_PortOpen(false);
+}
+
+/// Without a wait for it the end of the run would be lost with the closing.
+TEST_F(Sync_Link, A_Write_That_Is_Ended_Leaves_The_Box_Out_Of_Its_Run) {
+  for (int i = 0; i < 200; ++i) CardByte[i] = static_cast<std::uint8_t>(~CardByte[i]);
+  CardByte[map::flags_a] &= 0xF7;
+  Set_Faults("single");
+  QTimer often;
+  QObject::connect(&often, &QTimer::timeout, [&] {
+    if (Line_Log().size() < 200) return;  // in the middle of the run
+    often.stop();
+    Com_knapp2_Click();
+  });
+  often.start(1);
+  Write_Settings_Click();
+  EXPECT_EQ(Status(), "Write aborted T");
+  EXPECT_THAT(Debug_txt.Text(), HasSubstr("Bytes confirmed by the box: "));
+  Set_Faults("");
+  for (int attempt = 0; attempt < 5 && Status() != "Read finished T"; ++attempt) Read_Settings_Click();
   EXPECT_EQ(Status(), "Read finished T");
 }
 

@@ -6,6 +6,7 @@
 #include "boxlink/protocol.h"
 #include "boxlink/sync_engine.h"
 #include "boxlink/timer_engine.h"
+#include "boxlink/transfer.h"
 #include "link/patient_user.h"
 #include "link/pty_fixture.h"
 #include "settings/message.h"

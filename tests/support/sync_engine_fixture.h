@@ -4,6 +4,7 @@
 
 #include "boxlink/protocol.h"
 #include "boxlink/sync_engine.h"
+#include "boxlink/transfer.h"
 #include "support/link_fixture.h"
 
 namespace kx {

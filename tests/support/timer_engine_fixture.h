@@ -7,6 +7,7 @@
 #include "boxlink/protocol.h"
 #include "boxlink/timer_engine.h"
 #include "boxlink/timer_state.h"
+#include "boxlink/transfer.h"
 #include "settings/message.h"
 #include "support/link_fixture.h"
 

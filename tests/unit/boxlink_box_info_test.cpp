@@ -1,6 +1,7 @@
 #include "boxlink/box_info.h"
 
 #include "boxlink/protocol.h"
+#include "boxlink/transfer.h"
 #include "settings/failure.h"
 #include "support/link_fixture.h"
 

@@ -1,5 +1,6 @@
 #include "boxlink/protocol.h"
 
+#include "boxlink/transfer.h"
 #include "settings/failure.h"
 #include "support/link_fixture.h"
 
@@ -124,12 +125,11 @@ TEST_F(Protocol, Another_Number_Holds_From_The_Next_Operation_On) {
   EXPECT_EQ(rs232_text.Text(), "< COM9 closed >");
   Open_Box_Port();
   Com_Port_Number = 9;
-  {
-    const Transfer_Guard running;
+  Run_Transfer({}, [] {
     EXPECT_FALSE(MSComm1.PortOpen());
     Com_Port_Number = 6;
     EXPECT_TRUE(Open_For_Transfer());
-  }
+  });
   Open_Box_Port();
   EXPECT_EQ(rs232_text.Text(), "< COM6 open >");
   port_.Lose();
@@ -143,16 +143,26 @@ TEST_F(Protocol, Another_Number_Holds_From_The_Next_Operation_On) {
   EXPECT_FALSE(Open_For_Transfer());
 }
 
-TEST_F(Protocol, The_Line_Belongs_To_One_Operation) {
-  std::vector<bool> told;
-  on_transfer_change = [&] { told.push_back(Transfer_Running()); };
-  {
-    const Transfer_Guard first;
-    EXPECT_TRUE(first.Entered());
-    EXPECT_FALSE(Transfer_Guard().Entered());
+TEST_F(Protocol, The_Line_Belongs_To_One_Operation_However_It_Ends) {
+  std::string told;
+  on_transfer_change = [&] { told += Transfer_Running() ? "taken " : "free "; };
+  const auto end_early = [&](std::string_view word) { told += "early" + std::string(word) + " "; };
+  const auto run = [&](const std::function<void()>& step) { Run_Transfer({.end_early = end_early}, step); };
+  run([&] {
     EXPECT_TRUE(Transfer_Running());
-  }
-  EXPECT_THAT(told, ElementsAre(true, false));
+    run([] { ADD_FAILURE() << "entered twice"; });
+    Step_Transfer([] { ADD_FAILURE() << "a step inside another"; });
+  });
+  run([] { throw Transfer_Ended{"!"}; });
+  run([] {
+    End_Transfer();
+    Yield();
+    ADD_FAILURE() << "went on";
+  });
+  EXPECT_THROW(run([] { throw Failure("gone"); }), Failure);
+  EXPECT_EQ(told, "taken free taken early! free taken early free taken early< communication error > free ");
+  Step_Transfer([] { ADD_FAILURE() << "nothing runs"; });
+  EXPECT_THROW((void)Current_Transfer(), Failure);
 }
 
 }  // namespace

@@ -12,9 +12,9 @@ using testing::HasSubstr;
 
 constexpr auto slave_question =
     "This will force KX-system to enter slave mode. Do you really want to continue?";
-constexpr auto dataset_question =
-    "The System has different dataset ID (107) than currently selected in preferences (108), load anyway?\r\n"
-    "(Dataset ID is not changed.)";
+const std::string other_dataset =
+    "The System has different dataset ID (107) than currently selected in preferences (108), ";
+const std::string dataset_question = other_dataset + "load anyway?\r\n(Dataset ID is not changed.)";
 
 TEST_F(Sync_Engine, Read_Loads_The_Tune) {
   CardByte = {};
@@ -46,16 +46,20 @@ TEST_F(Sync_Engine, Read_Without_A_Box_Leaves_The_Port_Open_And_The_Next_One_Wor
   port_stays_open_ = false;
 }
 
+/// A character that is missing or comes twice would shift the bytes behind it, one that is no digit spoils
+/// its own.
 TEST_F(Sync_Engine, A_Read_That_Fails_Keeps_The_Tune_But_Not_Its_File_Name) {
   Master(100) ^= 1;
-  Set_Faults("on=rd,drop=3");
-  ask_.Expect("Could not read");
-  Read_Settings_Click();
-  EXPECT_EQ(CardByte, test::Sample_Tune());
-  EXPECT_EQ(Journal(), "Read started T|Read aborted T|");
-  EXPECT_EQ(Status(), "Read aborted T");
-  EXPECT_EQ(card_data_file, "ReadFromBox.kxs");
-  EXPECT_EQ(Title_Text(), "ReadFromBox.kxs");
+  for (const char* knobs : {"drop=3", "drop=77", "duplicate=77", "no_marker", "corrupt=77,seed=7"}) {
+    Set_Faults(std::string("on=rd,") + knobs);
+    ask_.Expect("Could not read");
+    Read_Settings_Click();
+    EXPECT_EQ(CardByte, test::Sample_Tune()) << knobs;
+    EXPECT_EQ(Journal(), "Read started T|Read aborted T|");
+    EXPECT_EQ(Status(), "Read aborted T");
+    EXPECT_EQ(card_data_file, "ReadFromBox.kxs");
+    EXPECT_EQ(Title_Text(), "ReadFromBox.kxs");
+  }
 }
 
 TEST_F(Sync_Engine, Read_Asks_About_Another_Dataset) {
@@ -103,17 +107,45 @@ TEST_F(Sync_Engine, Verify_Lists_What_Differs_In_Bytes_0_To_250) {
   EXPECT_EQ(Diff_Flags, Byte_Image());
 }
 
-TEST_F(Sync_Engine, Verify_Without_An_Image_Compares_With_The_Last_One) {
-  Set_Faults("on=rd,half");
-  Verify_Settings_Click();
-  EXPECT_THAT(Journal(), HasSubstr("Master miss match 2|Master miss match 3|"));
-  Set_Faults("");
-  Verify_Settings_Click();
-  EXPECT_EQ(Status(), "Verify finished T");
-  Set_Faults("on=rd,refuse");
-  Master(77) ^= 1;
-  Verify_Settings_Click();
-  EXPECT_EQ(Status(), "Verify finished T");
+TEST_F(Sync_Engine, A_Comparison_Goes_By_Nothing_That_It_Has_Not_Read) {
+  for (const std::string box : {"rd", "rs"}) {
+    Box() = test::Sample_Box(true);
+    CardByte = test::Sample_Tune();
+    Set_Faults("");
+    Verify_Settings_Click();
+    EXPECT_EQ(Journal(), "Verify started T|No master miss match|No slave miss match|Verify finished T|");
+    Master(77) ^= 1;
+    CardByte[60] ^= 1;
+    for (const char* fault : {",half", ",refuse", ",drop=300", ",duplicate=300"}) {
+      Set_Faults("on=" + box + fault);
+      ask_.Expect("Could not read");
+      Verify_Settings_Click();
+      EXPECT_EQ(Status(), "Verify aborted T") << box << fault;
+      EXPECT_THAT(Journal(), testing::EndsWith("|Verify aborted T|"));
+      EXPECT_EQ(Diff_Flags, Byte_Image());
+    }
+    port_.writes.clear();
+    Set_Faults("on=" + box + ",refuse");
+    ask_.Expect("Could not read");
+    Write_Settings_Click();
+    EXPECT_THAT(Journal(), testing::EndsWith("|Verify aborted T|Write aborted T|"));
+    EXPECT_EQ(Status(), "Write aborted T");
+    EXPECT_EQ(Written(), "");
+  }
+}
+
+TEST_F(Sync_Engine, A_Read_Back_That_Reads_Nothing_Has_Failed) {
+  for (const char* knobs :
+       {"on=rd,from=2,refuse", "on=rs,from=2,half", "on=v,from=3,refuse", "on=v,from=4,refuse"}) {
+    Box() = test::Sample_Box(true);
+    CardByte[60] ^= 1;
+    Set_Faults(knobs);
+    ask_.Expect("Write verify failed!");
+    Write_Settings_Click();
+    EXPECT_THAT(Journal(), testing::EndsWith("|UE1 OK |UE2 OK |UE3 OK ||Write finished T")) << knobs;
+    EXPECT_THAT(Journal(), testing::Not(HasSubstr("verify finished")));
+    EXPECT_EQ(Status(), "Write finished T");
+  }
 }
 
 TEST_F(Sync_Engine, Verify_Ends_When_Nobody_Answers) {
@@ -182,7 +214,7 @@ TEST_F(Sync_Engine, A_Byte_Without_Its_Answer_Ends_The_Bytes) {
     ask_.Expect("Write verify failed!");
     Write_Settings_Click();
     EXPECT_EQ(ask_.last_box.icon, platform::Icon::critical);
-    EXPECT_EQ(Written(), "bw0A" + dec2hex(CardByte[10], 2));
+    EXPECT_EQ(Written(), "bw0A" + dec2hex(CardByte[10], 2) + "$");
     EXPECT_EQ(Journal(),
               "Write started T|Verify started T|Some master miss match|Write verify started T|"
               "Master miss match 20|Some master miss match|Verify finished and failed T|"
@@ -263,6 +295,7 @@ TEST_F(Sync_Engine, A_Port_That_Does_Not_Open_Again_Ends_A_Write) {
     port_.refuse = [opened = 0, refused](const std::string&) mutable {
       return ++opened < refused ? platform::Port_Error{} : platform::Port_Error{3, "Device is in use"};
     };
+    if (refused == 4) ask_.Expect("Write verify failed!");
     if (refused > 3) ask_.Expect("Port not open");
     Write_Settings_Click();
     EXPECT_EQ(Status(), "Write aborted T") << refused;
@@ -271,15 +304,48 @@ TEST_F(Sync_Engine, A_Port_That_Does_Not_Open_Again_Ends_A_Write) {
   }
 }
 
-TEST_F(Sync_Engine, A_Slave_Without_An_Answer_Counts_As_The_Last_One_Read) {
-  Box() = test::Sample_Box(true);
-  Verify_Settings_Click();
-  EXPECT_EQ(Journal(), "Verify started T|No master miss match|No slave miss match|Verify finished T|");
-  EXPECT_EQ(port_.Sent(), "vvrdrs");
-  Box().Slave[77] ^= 1;
-  Set_Faults("on=rs,half");
-  Verify_Settings_Click();
-  EXPECT_EQ(Status(), "Verify finished T");
+TEST_F(Sync_Engine, Write_Asks_About_Another_Dataset_Before_The_First_Byte) {
+  Box().Dataset = 107;
+  CardByte[60] ^= 1;
+  const std::string question = other_dataset + "write anyway?";
+  ask_.Expect(question, platform::Answer::cancel);
+  Write_Settings_Click();
+  EXPECT_EQ(ask_.last_box.buttons, platform::Buttons::ok_cancel);
+  EXPECT_EQ(port_.Sent(), "vvrd");
+  EXPECT_THAT(Journal(), testing::EndsWith("|Some master miss match|Write aborted T|"));
+  EXPECT_EQ(Status(), "Write aborted T");
+  ask_.Expect(question, platform::Answer::ok);
+  Write_Settings_Click();
+  EXPECT_EQ(Status(), "Write finished T");
+  EXPECT_EQ(Master(60), CardByte[60]);
+}
+
+TEST_F(Sync_Engine, A_Write_Sends_What_Was_There_When_It_Began) {
+  for (const int i : {20, 90, 200}) CardByte[i] ^= 1;
+  const Byte_Image begun = CardByte;
+  loop_.on_turn = [this] {
+    if (port_.Sent().find("bw14") == std::string::npos) return;
+    CardByte = {};
+    DatasetID = 106;
+  };
+  Write_Settings_Click();
+  EXPECT_EQ(CardByte, Byte_Image());
+  EXPECT_EQ(Box().Master, test::As_Sent(begun));
+  EXPECT_THAT(Journal(), HasSubstr("|No master miss match|Write verify finished T|"));
+}
+
+TEST_F(Sync_Engine, No_Command_Goes_Out_Into_An_Open_Run) {
+  // v v rd bw 3C dd $: the end of the run is the eleventh character.
+  for (const char* knobs :
+       {"drop_received=11", "corrupt_received=11", "on=$,times=1,refuse", "on=$,refuse"}) {
+    CardByte[60] ^= 1;
+    Set_Faults(knobs);
+    port_.writes.clear();
+    Write_Settings_Click();
+    EXPECT_EQ(Written(), "bw3C" + dec2hex(CardByte[60], 2) + "$$") << knobs;
+    EXPECT_THAT(Journal(), HasSubstr("|UE1 OK |UE2 OK |UE3 OK |")) << knobs;
+    EXPECT_EQ(Box().Master, test::As_Sent(CardByte)) << knobs;
+  }
 }
 
 }  // namespace

@@ -59,6 +59,27 @@ TEST_F(Timer_Engine, A_Read_Back_That_Differs_Is_The_End) {
   EXPECT_EQ(Status(), "< verify failure >101,");
 }
 
+TEST_F(Timer_Engine, A_Write_Sends_What_Was_There_When_It_Began) {
+  CardByte[60] ^= 1;
+  const Byte_Image begun = CardByte;
+  for (const char* phase : {"bw", "bs"}) {
+    CardByte = begun;
+    DatasetID = 108;
+    Box() = test::Sample_Box(true);
+    Box().Slave[79] ^= 1;
+    Expect_Boxes({"ERROR 3", "ERROR 3"});
+    loop_.on_turn = [this, phase] {
+      if (port_.Sent().find(phase) == std::string::npos) return;
+      CardByte[60] = CardByte[79] = 0xEE;
+      DatasetID = 106;
+    };
+    Run_To_End(Com_knapp3_Click);
+    EXPECT_EQ(Status(), "< Write finished, slave OK,  T... >");
+    EXPECT_EQ(Box().Master, test::As_Sent(begun));
+    EXPECT_EQ(Box().Slave, sim::As_Slave(test::As_Sent(begun)));
+  }
+}
+
 TEST_F(Timer_Engine, Writes_Of_Many_Bytes_Keep_The_Pace_Of_The_Timer) {
   for (int i = 2; i < 250; ++i) CardByte[i] ^= 1;
   CardByte[0] ^= 1;
@@ -97,6 +118,18 @@ TEST_F(Timer_Engine, A_Slave_That_Differs_Is_Repaired_Byte_By_Byte) {
   EXPECT_FALSE(Slave_Needed || Slave_Pass || Slave_Pending);
 }
 
+TEST_F(Timer_Engine, A_Slave_Keeps_Its_Mark_When_Its_Byte_1_Is_Repaired) {
+  Box() = test::Sample_Box(true);
+  rs232_text.On_Change([this] {
+    if (Status() == "< Write finished T... >") Box().Slave[1] ^= 0x10;
+  });
+  Expect_Boxes({"ERROR 3", "ERROR 3"});
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< Write finished, slave OK,  T... >");
+  EXPECT_EQ(Box().Slave, sim::As_Slave(test::As_Sent(CardByte)));
+  EXPECT_THAT(port_.Sent(), HasSubstr("bs0149$"));
+}
+
 TEST_F(Timer_Engine, Runs_To_The_Slave_Do_Not_Wait_For_The_End_Of_The_One_Before) {
   for (const char* knobs : {"on=$+bs,delay=0.015", "on=$,from=2,times=2,refuse"}) {
     Box() = test::Sample_Box(true);
@@ -110,23 +143,31 @@ TEST_F(Timer_Engine, Runs_To_The_Slave_Do_Not_Wait_For_The_End_Of_The_One_Before
   }
 }
 
-TEST_F(Timer_Engine, A_Slave_That_Cannot_Become_Equal_Is_Given_Up) {
-  Box() = test::Sample_Box(true);
+TEST_F(Timer_Engine, A_Slave_Is_Given_Up_When_Two_Repairs_In_A_Row_Leave_No_Fewer_Bytes) {
   CardByte[map::flags_a] |= map::slave_mode.mask;  // which the comparison takes off the slave's
-  Expect_Boxes({"This setting will set ChargeMarshal to slave", "ERROR 3", "ERROR 3"});
+  Box() = test::Sample_Box(true);
+  Expect_Boxes({"This setting will set ChargeMarshal to slave", "ERROR 3", "ERROR 3", "ERROR 3"});
   Run_To_End(Com_knapp3_Click);
   EXPECT_EQ(Status(), "< Slave EE not matching... >");
   EXPECT_EQ(Text1.Text(), ",001,001");
-}
-
-TEST_F(Timer_Engine, A_Slave_In_Which_Each_Repair_Spoils_Another_Byte_Is_Given_Up) {
-  Box() = test::Sample_Box(true);
-  rs232_text.On_Change([this, byte = 30U]() mutable {
-    if (Status() == "< write finished T >") Box().Slave[byte++] ^= 1;
-  });
-  Expect_Boxes({"ERROR 3", "ERROR 3"});
-  Run_To_End(Com_knapp3_Click);
-  EXPECT_EQ(Status(), "< Slave EE not matching... >");
+  CardByte[map::flags_a] = 0x41;
+  struct Spoilt {
+    std::size_t repairs;  ///< that each spoil a byte
+    const char* status;
+  };
+  for (const auto& [repairs, status] :
+       {Spoilt{1, "< Write finished, slave OK,  T... >"}, {9, "< Slave EE not matching... >"}}) {
+    Box() = test::Sample_Box(true);
+    Box().Slave[29] ^= 1;
+    Expect_Boxes({"ERROR 3", "ERROR 3", "ERROR 3"});
+    rs232_text.On_Change([this, ends = 0U, most = repairs]() mutable {
+      if (Status() != "< write finished T >") return;
+      if (ends > 0 && ends <= most) Box().Slave[30 + ends] ^= 1;
+      ++ends;
+    });
+    Run_To_End(Com_knapp3_Click);
+    EXPECT_EQ(Status(), status) << repairs;
+  }
 }
 
 TEST_F(Timer_Engine, A_Slave_Is_Repaired_By_A_Master_That_Told_Its_Dataset_Before) {
@@ -159,11 +200,16 @@ TEST_F(Timer_Engine, A_Slave_Phase_That_Failed_Is_Forgotten) {
   EXPECT_EQ(Status(), "< Write finished T... >");
 }
 
-TEST_F(Timer_Engine, A_Box_That_Does_Not_Tell_Its_Dataset_Is_Not_Written) {
+TEST_F(Timer_Engine, A_Box_That_Does_Not_Tell_Its_Dataset_Or_Has_Another_Is_Not_Written) {
   Run_To_End(Com_knapp4_Click);
   CardByte[60] ^= 1;
   Set_Faults("on=v,refuse");
-  Expect_Boxes({"ERROR 4", "ERROR 5", "ERROR 6", "\r\nDataset ID not matched"});
+  Expect_Boxes({"ERROR 4", "ERROR 5", "ERROR 6"});
+  Run_To_End(Com_knapp3_Click);
+  EXPECT_EQ(Status(), "< communication error >");
+  EXPECT_FALSE(MSComm1.PortOpen());
+  Set_Faults("dataset=107");
+  Expect_Boxes({"ERROR 4", "ERROR 6", "\r\nDataset ID not matched"});
   Run_To_End(Com_knapp3_Click);
   EXPECT_EQ(Status(), "< Dataset ID not matched >");
   EXPECT_EQ(Box().Master, test::As_Sent(test::Sample_Tune()));

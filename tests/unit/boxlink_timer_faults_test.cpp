@@ -2,6 +2,7 @@
 #include "boxlink/box_info.h"
 #include "boxlink/sync_engine.h"
 #include "support/timer_engine_fixture.h"
+#include "workspace/shut_down.h"
 
 namespace kx {
 namespace {
@@ -52,30 +53,82 @@ TEST_F(Timer_Engine, What_Came_Before_A_Send_Is_No_Answer_To_It) {
   EXPECT_THAT(port_.Sent(), testing::Not(HasSubstr("$$")));
 }
 
-TEST_F(Timer_Engine, An_Empty_Tick_Sends_The_Word_Of_The_Run_Again_Until_Ten_Are_Used_Up) {
+TEST_F(Timer_Engine, A_Word_Goes_Out_Again_After_Five_Silent_Ticks_And_Ten_Are_The_End) {
   CardByte[20] ^= 1;
   Set_Faults("on=bw,refuse");
   Expect_Boxes({"ERROR 4", "ERROR 6"});
   Run_To_End(Com_knapp3_Click);
   EXPECT_EQ(Status(), "< communication error >");
-  EXPECT_THAT(port_.Sent(), testing::EndsWith("rdbwbwbwbwbwbwbwbwbwbw"));
-  Box() = test::Sample_Box(true);
-  Box().Slave[30] ^= 1;
-  Set_Faults("on=bs,refuse,times=2");
-  Expect_Boxes({"ERROR 3", "ERROR 3"});
-  Run_To_End(Com_knapp3_Click);
-  EXPECT_EQ(Status(), "< Write finished, slave OK,  T... >");
-  EXPECT_THAT(port_.Sent(), HasSubstr("rsbsbsbs1E" + Hex(30) + "$ue"));
+  EXPECT_THAT(port_.Sent(), testing::EndsWith("rdbwbw$bw$"));
+  EXPECT_THAT(Debug_txt.Text(), testing::EndsWith("Bytes confirmed by the box: 0\r\n"));
+  Set_Faults("");
+  Run_To_End(Com_knapp5_Click);
+  EXPECT_EQ(Status(), "< KX read T >") << "the box has been left in its run";
 }
 
-TEST_F(Timer_Engine, A_Pair_That_Stands_For_No_Byte_Leaves_The_Tune) {
+/// The word is lost, or its prompt is late, so that the second word is an offset to the box.
+TEST_F(Timer_Engine, A_Run_Whose_Word_Went_Out_Twice_Begins_Anew) {
+  for (const char* knobs : {"drop_received=9", "drop_received=10", "on=bw,times=1,delay=0.055"}) {
+    CardByte[20] ^= 1;
+    Set_Faults(knobs);
+    Write_To_Lone_Master();
+    EXPECT_EQ(Status(), "< Write finished T... >") << knobs;
+    EXPECT_THAT(port_.Sent(), HasSubstr("bwbw$bw01" + Hex(1) + "$bw14" + Hex(20) + "$ue")) << knobs;
+    EXPECT_EQ(Box().Master, test::As_Sent(CardByte)) << knobs;
+  }
+  for (const char* knobs : {"on=bs,times=1,refuse", "on=bs,times=1,delay=0.055"}) {
+    Box() = test::Sample_Box(true);
+    Box().Slave = sim::As_Slave(test::As_Sent(CardByte));
+    Box().Master = test::As_Sent(CardByte);
+    for (const std::size_t i : {30U, 31U}) Box().Slave[i] ^= 1;
+    Set_Faults(knobs);
+    Expect_Boxes({"ERROR 3", "ERROR 3"});
+    Run_To_End(Com_knapp3_Click);
+    EXPECT_EQ(Status(), "< Write finished, slave OK,  T... >") << knobs;
+    EXPECT_THAT(port_.Sent(), HasSubstr("rsbsbs$bs1E" + Hex(30) + "$bs1F" + Hex(31) + "$ue")) << knobs;
+  }
+}
+
+/// Neither an end that comes late, nor one that is lost, nor a prompt behind it may let a word be swallowed.
+TEST_F(Timer_Engine, Nothing_But_Its_End_Goes_Out_Into_An_Open_Run) {
+  struct End_Case {
+    const char* knobs;
+    const char* status;
+  };
+  for (const auto& [knobs, status] : {End_Case{"on=$,delay=0.03", "< Write finished T... >"},
+                                      {"on=$,times=1,delay=0.06", "< Write finished T... >"},
+                                      {"drop_received=15", "< Write finished T... >"},
+                                      {"on=$,times=1,refuse", "< communication error >"},
+                                      {"on=$,stale=bw#", "< communication error >"}}) {
+    Box() = test::Sample_Box();
+    CardByte = test::Sample_Tune();
+    CardByte[20] ^= 1;
+    Set_Faults(knobs);
+    const bool good = std::string_view(status) != "< communication error >";
+    good ? Expect_Boxes({"ERROR 4", "ERROR 6", "ERROR 3"}) : Expect_Boxes({"ERROR 4", "ERROR 6"});
+    Run_To_End(Com_knapp3_Click);
+    EXPECT_EQ(Status(), status) << knobs;
+    std::string sent = port_.Sent();
+    for (std::size_t at = 0; (at = sent.find("$$")) != std::string::npos;) sent.erase(at, 1);
+    const std::string first = "rsvrsvrdbw01" + Hex(1) + "$";
+    EXPECT_EQ(sent, good ? first + "bw14" + Hex(20) + "$uevrdue" : first) << knobs;
+    EXPECT_EQ(Box().Master[20] == CardByte[20], good);
+  }
+}
+
+TEST_F(Timer_Engine, A_Block_With_A_Digit_Too_Many_Too_Few_Or_Of_Another_Kind_Leaves_The_Tune) {
   CardByte[60] ^= 1;
   const Byte_Image before = CardByte;
-  Set_Faults("on=rd,lower");
-  for (const auto click : {Com_knapp5_Click, Com_knapp4_Click}) {
-    Run_To_End(click);
-    EXPECT_EQ(Status(), "< Card byte error >");
-    EXPECT_EQ(CardByte, before);
+  for (const auto& [knobs, status] : {std::pair{"on=rd,lower", "< Card byte error >"},
+                                      {"on=rd,drop=77", "< communication error >"},
+                                      {"on=rd,duplicate=77", "< communication error >"},
+                                      {"on=rd,corrupt=77,seed=7", "< communication error >"}}) {
+    for (const auto click : {Com_knapp5_Click, Com_knapp4_Click}) {
+      Set_Faults(knobs);
+      Run_To_End(click);
+      EXPECT_EQ(Status(), status) << knobs;
+      EXPECT_EQ(CardByte, before);
+    }
   }
 }
 
@@ -126,6 +179,14 @@ class Timer_Engine_Interrupted : public Timer_Engine, public testing::WithParamI
     Run_To_End(Com_knapp3_Click);
     EXPECT_GE(port_.Sent().size(), GetParam());
   }
+  /// The box is left as one that can be read.
+  void Expect_The_Next_Read_To_Work() {
+    loop_.on_turn = nullptr;
+    Closing = false;
+    loop_.Run(0.1);  // what was on its way has come
+    Run_To_End(Com_knapp5_Click);
+    EXPECT_EQ(Status(), "< KX read T >");
+  }
   /// Boxes of the write that stand before the point.
   void Expect_Boxes_Before() {
     if (GetParam() >= 22) ask_.Expect("ERROR 3");
@@ -138,17 +199,19 @@ TEST_P(Timer_Engine_Interrupted, Closing_The_Port_Ends_It) {
   Write_Until([] { Com_knapp2_Click(); });
   EXPECT_EQ(Status(), "< COM9 closed >");
   EXPECT_THAT(changes_, ElementsAre(true, false));
+  EXPECT_THAT(Debug_txt.Text(), HasSubstr(GetParam() < 5 ? "" : "Bytes confirmed by the box: "));
+  Expect_The_Next_Read_To_Work();
 }
 
 TEST_P(Timer_Engine_Interrupted, Closing_The_Program_Ends_It_At_Once_Without_A_Box) {
   Expect_Boxes_Before();
   double closed_at = 0;
   Write_Until([&] {
-    Closing = true;
-    MSComm1.Set_PortOpen(false);
+    Begin_Shutdown();
     closed_at = clock_.Elapsed();
   });
   EXPECT_LT(clock_.Elapsed() - closed_at, 0.012);
+  Expect_The_Next_Read_To_Work();
 }
 
 TEST_P(Timer_Engine_Interrupted, A_Second_Click_Is_Not_Entered) {

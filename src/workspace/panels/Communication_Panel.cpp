@@ -13,6 +13,7 @@
 #include "boxlink/protocol.h"
 #include "boxlink/sync_engine.h"
 #include "boxlink/timer_engine.h"
+#include "boxlink/transfer.h"
 #include "settings/brand.h"
 #include "settings/refresh.h"
 #include "widgets/form_helpers.h"
