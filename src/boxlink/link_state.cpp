@@ -19,6 +19,7 @@ Byte_Image Diff_Flags;
 bool Verify_Mode = false;
 bool Write_Mode = false;
 bool Write_Verify = false;
+bool Run_Left_Open = false;
 
 namespace {
 
@@ -52,6 +53,7 @@ void Reset_Link_State() {
   Box_Slave_Image = {};
   Diff_Flags = {};
   Clear_Transfer_Modes();
+  Run_Left_Open = false;
   MSComm1.Reset();
   MSComm1.OnComm = MSComm1_OnComm;
   Box_Info_OK = false;

@@ -3,7 +3,7 @@
 #include "settings/image.h"
 
 /// What the transfer engines share. Written by them only; all of it is unset between transfers but for the
-/// images and marks, which keep what the last comparison found.
+/// images and marks, which keep what the last comparison found, and Run_Left_Open.
 namespace kx {
 
 extern Byte_Image Box_Master_Image;  ///< bytes 0 to 250 as last read from the master in a comparison
@@ -13,6 +13,10 @@ extern Byte_Image Diff_Flags;        ///< 255 where the box differs from the tun
 extern bool Verify_Mode;   ///< the read in progress compares instead of loading
 extern bool Write_Mode;    ///< a write is in progress: its comparison marks bytes and is otherwise silent
 extern bool Write_Verify;  ///< the comparison in progress is the read-back of a write
+
+/// A line that was lost in an open run has left the box there. The next operation that opens the port ends
+/// the run first.
+extern bool Run_Left_Open;
 
 /// Clears the three modes; every way out of a transfer does.
 void Clear_Transfer_Modes();

@@ -1,6 +1,7 @@
 #include "boxlink/protocol.h"
 
 #include "boxlink/comm_port.h"
+#include "boxlink/link_state.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/port_map.h"
 #include "boxlink/transfer.h"
@@ -28,6 +29,13 @@ void Report_Port(std::string_view end) {
   rs232_text.Set(std::string(words::port_word) + std::to_string(Port_Number()) + std::string(end));
 }
 
+/// The "!" CR LF of a box that stood in a run must not count as part of an answer.
+void End_Old_Run() {
+  Run_Left_Open = false;
+  std::string answer;
+  (void)Send_Wait_Rec("$", 0.1, 3, answer);
+}
+
 }  // namespace
 
 void Leave_Other_Port() {
@@ -42,7 +50,10 @@ bool Open_For_Transfer() {
   MSComm1.Set_Settings(line_settings);
   const platform::Port_Error error = MSComm1.Set_PortOpen(true);
   rs232_tool_tip.Set(Open_Help(error, number, MSComm1.Device()));
-  if (error.Ok()) return true;
+  if (error.Ok()) {
+    if (Run_Left_Open && Transfer_Running()) End_Old_Run();
+    return true;
+  }
   Box_Info_OK = false;
   rs232_text.Set(std::string(words::failed_to_open) + std::to_string(number) + " >");
   return false;

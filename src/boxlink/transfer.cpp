@@ -23,13 +23,16 @@ void Tell_Change() {
   if (on_transfer_change) on_transfer_change();
 }
 
-/// The "$" is all that brings a box out of its run. A line that is lost takes none.
+/// The "$" is all that brings a box out of its run. A line that is lost takes none, which is told already.
 void Leave_Run() {
-  if (!std::exchange(current->run_open, false) || !MSComm1.PortOpen()) return;
+  if (!std::exchange(current->run_open, false)) return;
+  Run_Left_Open = true;
+  if (!MSComm1.PortOpen()) return;
   try {
     MSComm1.Output("$");
+    Run_Left_Open = false;
   } catch (const Failure&) {
-    // The failure that ends the operation is told already, or the user has ended it.
+    // The next operation sends it.
   }
 }
 

@@ -49,6 +49,7 @@ TEST_P(Sync_Interrupted, A_Lost_Device_Ends_It) {
   EXPECT_THROW(Run(), Failure);
   EXPECT_EQ(Status(), Aborted());
   EXPECT_LT(clock_.Elapsed() - start, 2);
+  Expect_The_Next_Read_To_Work();
 }
 
 TEST_P(Sync_Interrupted, The_Closing_Of_The_Program_Ends_It_At_Once_Without_A_Box) {
