@@ -40,7 +40,6 @@ void Refresh_Views(void (*refresh)()) {
   try {
     refresh();
   } catch (const std::exception&) {
-    Undo_Busy = false;
     rs232_text.Set(words::error_in_updating);
   }
 }

@@ -55,7 +55,6 @@ std::size_t Checked_Row(int sensor) {
 std::vector<Sensor> Sens_Def{Unused_Sensor()};
 std::vector<Table_Columns> Sens_Tab{Unused_Columns()};
 std::array<int, 5> Sensor_Selection{-1, 0, 0, 0, 0};
-int Temp_Sensor_Index = 0;
 
 int Sensor_On_Input(int input) {
   if (input < 0 || input >= static_cast<int>(Sensor_Selection.size())) Fail_Subscript();
@@ -95,7 +94,6 @@ void Clear_Sensors() {
 void Reset_Sensor_State() {
   Clear_Sensors();
   Sensor_Selection = {-1, 0, 0, 0, 0};
-  Temp_Sensor_Index = 0;
 }
 
 }  // namespace kx

@@ -33,9 +33,6 @@ extern std::vector<Table_Columns> Sens_Tab;
 /// Sensor on analog input 1 to 4; entry 0 is -1. Written by Init_ini_file and the sensor editor.
 extern std::array<int, 5> Sensor_Selection;
 
-/// Analog input, 1 to 4, of the air temperature sensor; 0 until the views are laid out.
-extern int Temp_Sensor_Index;
-
 /// Sensor on analog input @p input, that is list index + 1; 0 (nothing chosen in the list) gives -1.
 [[nodiscard]] int Sensor_On_Input(int input);
 

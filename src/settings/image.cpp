@@ -6,12 +6,6 @@ namespace kx {
 
 Byte_Image CardByte;
 std::int16_t DatasetID = 0;
-int IgRpmPoints = map::ignition_rpm.count;
-int FuelRpmPoints = map::fuel_rpm.count;
-int An1Points = map::analog1.count;
-int An2Points = map::analog2.count;
-bool Res500 = true;
-bool An2_Available = true;
 std::array<std::int16_t, map::image_size> Byte_Offset{};
 std::array<double, map::image_size> Byte_Factor{};
 std::array<std::string, map::image_size> Byte_Format;
@@ -77,15 +71,15 @@ constexpr std::array<double, 17> maf_break_points{0,    384,  512,   768,   1024
                                                   6144, 8192, 12288, 16384, 24576, 32768, 49152, 65536};
 
 void Reset_Tables() {
-  CardByte.Fill(map::ignition_rpm.first, map::ignition_rpm.first + IgRpmPoints - 1, 192);
+  CardByte.Fill(map::ignition_rpm, 192);
   CardByte.Fill(map::analog2, 255);
-  CardByte.Fill(map::analog1.first, map::analog1.first + An1Points - 1, 255);
+  CardByte.Fill(map::analog1, 255);
   CardByte.Fill(map::pwm_load, 128);
   CardByte.Fill(map::pwm_rpm, 128);
   // The first entry of both fuel tables differs from its neighbours on purpose.
   CardByte.Fill(map::fuel_load.first + 1, map::fuel_load.Last(), 128);
   CardByte[map::fuel_rpm.first] = 128;
-  CardByte.Fill(map::fuel_rpm.first + 1, map::fuel_rpm.first + FuelRpmPoints - 1, 192);
+  CardByte.Fill(map::fuel_rpm.first + 1, map::fuel_rpm.Last(), 192);
 }
 
 void Reset_Pulse_Counts(int start_mode) {
@@ -99,12 +93,6 @@ void Reset_Pulse_Counts(int start_mode) {
 void Reset_Image_State() {
   CardByte = {};
   DatasetID = 0;
-  IgRpmPoints = map::ignition_rpm.count;
-  FuelRpmPoints = map::fuel_rpm.count;
-  An1Points = map::analog1.count;
-  An2Points = map::analog2.count;
-  Res500 = true;
-  An2_Available = true;
   Byte_Offset = {};
   Byte_Factor = {};
   Byte_Format = {};

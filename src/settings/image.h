@@ -39,15 +39,9 @@ extern Byte_Image CardByte;
 /// selected preset; copied into the image whenever it leaves the program.
 extern std::int16_t DatasetID;
 
-extern int IgRpmPoints;  ///< live entries of the ignition RPM table: 21, or 1 under the MAF-simulation limit
-extern int FuelRpmPoints;   ///< live entries of the fuel RPM table: 21 at 500 RPM, 41 at 250 RPM
-extern int An1Points;       ///< live entries of the Analog 1 table: 21
-extern int An2Points;       ///< live entries of the Analog 2 table: 21 as limit, 17 as curve
-extern bool Res500;         ///< fuel RPM table at 500 RPM resolution
-extern bool An2_Available;  ///< the selected preset allows the Analog 2 output
-
-/// How the slider of a byte is shown: (byte - Byte_Offset) x Byte_Factor in Byte_Format. Filled by
-/// Set_Byte_Def; an empty format gives the default number text.
+/// How the slider of a byte is shown: (byte - Byte_Offset) x Byte_Factor in
+/// Byte_Format. Filled by Set_Byte_Def; an empty format gives the default
+/// number text.
 extern std::array<std::int16_t, map::image_size> Byte_Offset;
 extern std::array<double, map::image_size> Byte_Factor;
 extern std::array<std::string, map::image_size> Byte_Format;
@@ -83,8 +77,8 @@ void Mirror_Flags_C();
 void Set_Byte_Def(int byte_index, std::uint8_t value, std::int16_t offset, double factor,
                   std::string_view format);
 
-/// Resets the tune for the present point counts and DatasetID. @p start_mode is the build's: 0 gives 2 and 2
-/// ignition pulses (master, slave), 1 gives 1 and 20, others leave both at 0.
+/// Resets the tune for DatasetID. @p start_mode is the build's: 0 gives 2 and 2 ignition pulses (master,
+/// slave), 1 gives 1 and 20, others leave both at 0.
 void Init_Default_Settings(int start_mode);
 
 /// Fills the break points of the MAF-simulation output.

@@ -40,12 +40,10 @@ void Guarded(const std::function<void()>& handler) {
   } catch (const std::exception& failure) {
     reason = failure.what();
   }
-  Undo_Busy = false;
   try {
     Refresh_Whole_Image();
   } catch (const std::exception& failure) {
     reason += std::string("\n") + failure.what();
-    Undo_Busy = false;
   }
   Tell(reason, Icon::critical);
 }

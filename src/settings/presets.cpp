@@ -129,13 +129,7 @@ Byte_Image After_Preset_Program(std::string_view program, Byte_Image image) {
   return image;
 }
 
-Preset_Switches Apply_Preset_Mask() {
-  const std::string& mask = Selected_Preset().mask;
-  DatasetID = static_cast<std::int16_t>(Mask_Dataset(mask));
-  const Preset_Switches switches = Switches_Of_Mask(mask);
-  An2_Available = switches.An2_Available;
-  return switches;
-}
+void Apply_Preset_Mask() { DatasetID = static_cast<std::int16_t>(Mask_Dataset(Selected_Preset().mask)); }
 
 std::vector<int> Apply_Preset_Program() {
   const Byte_Image before =

@@ -99,9 +99,8 @@ inline constexpr std::array mask_switches{
 /// 0 takes each value that is stored in byte 22, whose mirror it is, so that a second run changes nothing.
 [[nodiscard]] Byte_Image After_Preset_Program(std::string_view program, Byte_Image image);
 
-/// Takes the dataset of the selected preset's mask into DatasetID and its switch into An2_Available; returns
-/// all switches for the forms.
-Preset_Switches Apply_Preset_Mask();
+/// Takes the dataset of the selected preset's mask into DatasetID.
+void Apply_Preset_Mask();
 
 /// Runs the selected preset's program on the tune, makes no history. Returns the bytes that changed.
 std::vector<int> Apply_Preset_Program();

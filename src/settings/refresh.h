@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 namespace kx {
 
@@ -16,8 +17,20 @@ struct Refresh_Hooks {
 extern Refresh_Hooks refresh_hooks;
 
 /// True while the controls are being filled from the image: handlers that the filling raises refresh their
-/// texts only, and no history is captured. Written by Update_All, undo and redo.
+/// texts only, and no history is captured. Written by Undo_Busy_Scope alone.
 extern bool Undo_Busy;
+
+/// Undo_Busy as long as it lives; then what was before holds again, however the scope was left.
+class Undo_Busy_Scope {
+ public:
+  Undo_Busy_Scope() : before_(std::exchange(Undo_Busy, true)) {}
+  ~Undo_Busy_Scope() { Undo_Busy = before_; }
+  Undo_Busy_Scope(const Undo_Busy_Scope&) = delete;
+  Undo_Busy_Scope& operator=(const Undo_Busy_Scope&) = delete;
+
+ private:
+  bool before_;
+};
 
 /// True once the program has begun to unload; ends every wait at once.
 extern bool Closing;

@@ -182,15 +182,16 @@ void BoostProgMain::Show_Values() {
 /// What the preset and the tune make available: depends on values and layout alike, so both show it.
 void BoostProgMain::Apply_Availability() {
   for (Tables_Panel* panel : tables_) panel->Show_Layout();
+  const Config_State config_state = Config_Of_Tune();
   sstab_Main_->setTabVisible(main_tab::fuel, config_state.SSTab_Fuel);
   sstab_Main_->setTabVisible(main_tab::pwm, config_state.SSTab_PWM);
   config_->Show_Layout();
+  tblctrl_->setVisible(View_Of_Tune().tblctrl);
 }
 
 void BoostProgMain::Show_Layout() {
   for (Tables_Panel* panel : tables_) panel->Show_Values();
   Apply_Availability();
-  tblctrl_->setVisible(view_state.tblctrl);
   communication_->Show_Layout();
 }
 

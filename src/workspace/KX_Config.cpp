@@ -261,6 +261,7 @@ void KX_Config::Show_Presets() {
 }
 
 void KX_Config::Show_Layout() {
+  const Config_State config_state = Config_Of_Tune();
   Show_Title();
   Show_Presets();
   dataset_->setText("Dataset " + QString::number(DatasetID));

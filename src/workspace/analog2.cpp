@@ -5,6 +5,7 @@
 #include "settings/numbers.h"
 #include "settings/refresh.h"
 #include "workspace/curve_generator.h"
+#include "workspace/table_meaning.h"
 
 namespace kx {
 
@@ -13,21 +14,16 @@ Shown_Text an_offset;
 
 namespace {
 
-/// List indexes of an2_combo.
-constexpr int limit = 0;
-constexpr int curve = 1;
-constexpr int trimmed_limit = 2;
-constexpr int boost_activated = 3;
-
-constexpr double zero_offset = 128;  ///< byte of an offset of 0 V
 constexpr double most_volts = 5;
 constexpr double most_gain = 255;
 constexpr double most_offset = 2.49;  ///< V either way in the byte of the offset
 
+bool Is_Limit(int mode) { return mode == an2_mode::limit || mode == an2_mode::limit_trim; }
+
 void Compute_Curve() {
   const double gain = Required_Number(an_gain.Text());
   const double offset = Required_Number(an_offset.Text()) * counts_a_volt;
-  for (int entry = 1; entry <= An2Points; ++entry) {
+  for (int entry = 1; entry <= An2Points(); ++entry) {
     CardByte[map::analog2.first + entry - 1] = To_Byte(Generator_Counts(entry, gain, offset));
   }
 }
@@ -47,20 +43,22 @@ void Store_Offset() {
     Tell("In MODE 1, Offset must be between -2,5 to +2,49 Volt");
     an_offset.Set("0");
   }
-  CardByte[map::an_offset] = To_Byte(Required_Number(an_offset.Text()) * counts_a_volt + zero_offset);
+  CardByte[map::an_offset] = To_Byte(Required_Number(an_offset.Text()) * counts_a_volt + signed_zero);
 }
 
 }  // namespace
 
 Analog2_Frames Analog2_Frames_Shown() {
   const int mode = Get_Field(map::an2_mode);
-  return {mode == limit || mode == trimmed_limit, mode == curve, mode == boost_activated,
-          mode != boost_activated};
+  const bool activated = mode == an2_mode::boost_activated;
+  return {Is_Limit(mode), mode == an2_mode::curve, activated, !activated};
 }
+
+double Generator_Offset() { return CardByte[map::an_offset] - signed_zero; }
 
 void Fill_Curve_Boxes() {
   an_gain.Set(Number_Text(CardByte[map::an_gain]));
-  an_offset.Set(Format((CardByte[map::an_offset] - zero_offset) / counts_a_volt, "0.00"));
+  an_offset.Set(Format(Generator_Offset() / counts_a_volt, "0.00"));
 }
 
 void Command12_Click() {
@@ -70,8 +68,8 @@ void Command12_Click() {
   if (an_offset.Text().empty()) an_offset.Set("0");
   if (Required_Number(an_offset.Text()) > most_volts) an_offset.Set("5");
   const int mode = Get_Field(map::an2_mode);
-  if (mode == curve) Compute_Curve();
-  if (mode == limit || mode == trimmed_limit) {
+  if (mode == an2_mode::curve) Compute_Curve();
+  if (Is_Limit(mode)) {
     Store_Gain();
     Store_Offset();
   }

@@ -17,6 +17,9 @@ struct Analog2_Frames {
 };
 [[nodiscard]] Analog2_Frames Analog2_Frames_Shown();
 
+/// Offset of the curve generator in the tune, in counts; negative below 0 V.
+[[nodiscard]] double Generator_Offset();
+
 /// Fills both boxes from the tune.
 void Fill_Curve_Boxes();
 

@@ -14,7 +14,6 @@
 
 namespace kx {
 
-Config_State config_state;
 Shown_Text preset_status;
 
 namespace {
@@ -62,7 +61,7 @@ bool Apply_Preset() {
   return !changed.empty();
 }
 
-void Update_Config() {
+Config_State Config_Of_Tune() {
   const bool stock_pulses = Choice_Index(Choice_Row_Of("Ext_stock")) == 0;
   const bool individual = Get_Field(map::individual_trim) == 1;
   Config_State state;
@@ -73,7 +72,7 @@ void Update_Config() {
   state.pwm1_check = !Boost_Closed_Loop();
   state.Label25 = individual ? offsets_of_each : offset_of_all;
   state.Res_250 = state.An2_Available ? Choice_Row_Of("Res_250").items[1] : "250 RPM";
-  config_state = state;
+  return state;
 }
 
 void Mod_combo_Chosen(int index) {
@@ -119,9 +118,6 @@ void OKButton_Click() {
   Update_All();
 }
 
-void Reset_Box_Settings() {
-  config_state = {};
-  preset_status.Set("");
-}
+void Reset_Box_Settings() { preset_status.Set(""); }
 
 }  // namespace kx

@@ -7,8 +7,9 @@
 
 namespace kx {
 
-/// What of the forms is enabled, shown or captioned by the selected preset and by the tune. Written by
-/// Update_All and Update_Tabs; the forms apply it after either and decide nothing.
+/// What of the forms is enabled, shown or captioned by the selected preset and
+/// by the tune. The forms ask for it whenever they show themselves, and decide
+/// nothing.
 ///
 /// The preset's mask switches the members of Preset_Switches; here Inj_Cal_Frame is on only while the tune
 /// extends stock fuel pulses, too.
@@ -30,7 +31,10 @@ struct Config_State : Preset_Switches {
   /// On when the frame of the boost control is off.
   [[nodiscard]] bool Label_BoostControl_Notification() const { return !PWM_PID_Frame; }
 };
-extern Config_State config_state;
+
+/// The state for the selected preset and the tune as they are now. Throws Failure "Subscript out of range"
+/// when the selected preset is outside the list.
+[[nodiscard]] Config_State Config_Of_Tune();
 
 /// "Preset changed bytes: " and their numbers, when applying the preset last changed any.
 extern Shown_Text preset_status;
@@ -39,11 +43,8 @@ extern Shown_Text preset_status;
 /// tune. True when a byte has changed, which preset_status then tells.
 bool Apply_Preset();
 
-/// Sets config_state from the selected preset and the tune.
-void Update_Config();
-
-/// The user has chosen entry @p index of Mod_combo. A preset that would change bytes is asked about first;
-/// after Cancel the list goes back to User_Preset.
+/// The user has chosen entry @p index of Mod_combo. A preset that would change
+/// bytes is asked about first; after Cancel the list goes back to User_Preset.
 void Mod_combo_Chosen(int index);
 
 /// The button "BY PASS MODE": clears all tables and puts the PWM output on IgnB, with dataset 106 only and

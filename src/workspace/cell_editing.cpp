@@ -5,7 +5,7 @@
 #include "settings/numbers.h"
 #include "settings/text_encoding.h"
 #include "workspace/history.h"
-#include "workspace/table_operations.h"
+#include "workspace/table_arithmetic.h"
 #include "workspace/table_values.h"
 #include "workspace/view_hooks.h"
 
@@ -73,11 +73,12 @@ void Show_Rows_Above(Table table) {
   }
 }
 
-/// Limits the typed text of the current cell, shows it in grid and chart, and stores its byte.
-void Store_Typed(Table table, const Edit_Form& form, Grid& grid, std::string text) {
-  if (const auto limit = Broken_Typing_Limit(form, Val_Any(text))) text = Number_Text(*limit);
+/// Limits the typed text of the current cell, shows it in grid and chart, and
+/// stores its byte.
+void Store_Typed(Table table, const Table_Meaning& meaning, Grid& grid, std::string text) {
+  if (const auto limit = Broken_Typing_Limit(meaning, Val_Any(text))) text = Number_Text(*limit);
   Show_Cell(table, grid.Row(), text);
-  CardByte[Edited_Byte(table, grid.Row())] = Typed_To(form, Val_Any(text));
+  CardByte[Edited_Byte(table, grid.Row())] = Typed_To(meaning, Val_Any(text));
   Show_Rows_Above(table);
 }
 
@@ -118,11 +119,10 @@ void Grid_Key_Down(Table table, int key_code, int shift_state) {
     return;
   }
   if (row.captures_typing) Capture_History();
-  const Edit_Form form = Edit_Form_Of(table, false);
   if (key_code != key::enter || !Go_Down(grid)) {
     const std::string& text = grid.Text(grid.Row(), row.text_column);
     const std::string edited = KeyEdit(key_code, text);
-    if (edited != text && grid.Row() >= row.first_row) Store_Typed(table, form, grid, edited);
+    if (edited != text && grid.Row() >= row.first_row) Store_Typed(table, Meaning_Of(table), grid, edited);
   }
   Chart_Of(Chart_Beside(table)).current = grid.Row();
   Show_Table(table);

@@ -11,8 +11,7 @@
 namespace kx::choice {
 namespace {
 
-constexpr int io_five_fuel = 2;    ///< list index of io_combo: ignition output B drives fuel E
-constexpr int an2_limit_trim = 2;  ///< list index of an2_combo: it needs ignition output B as well
+constexpr int io_five_fuel = 2;  ///< list index of io_combo: ignition output B drives fuel E
 constexpr int fuel_synchronised = 1;
 constexpr int fuel_pwm = 2;
 
@@ -63,7 +62,8 @@ bool Accepts_Io_Mode(int index) {
     Tell("Not availible in this version!");
     return false;
   }
-  if (index != io_five_fuel || Get_Field(map::an2_mode) != an2_limit_trim) return true;
+  // The trimmed limit of Analog 2 needs ignition output B as well.
+  if (index != io_five_fuel || Get_Field(map::an2_mode) != an2_mode::limit_trim) return true;
   Tell("This seting not possible at the same time as analog2 Mode3!");
   return false;
 }

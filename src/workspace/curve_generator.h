@@ -2,7 +2,6 @@
 
 namespace kx {
 
-constexpr double counts_a_volt = 51;            ///< of an analog output byte
 constexpr double volts_a_curve_entry = 0.3125;  ///< input step between two entries of the Analog 2 curve
 
 /// Counts of entry @p entry (1 to 17) of a straight curve: at @p gain_percent 100 the 16 steps span 255

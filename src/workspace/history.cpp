@@ -22,12 +22,9 @@ Byte_Image& Slot() { return undo_store.at(static_cast<std::size_t>(Undo_Index));
 
 void Load_Slot() {
   history_status.Set(Slot() == Byte_Image{} ? empty_step : "");
-  Undo_Busy = true;
+  const Undo_Busy_Scope loading;
   CardByte = Slot();
-  Update_All();
-  Undo_Busy = true;
-  Update_Tabs();
-  Undo_Busy = false;
+  Refresh_Whole_Image();
 }
 
 }  // namespace

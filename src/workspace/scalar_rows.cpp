@@ -3,7 +3,7 @@
 #include "settings/image.h"
 #include "settings/numbers.h"
 #include "workspace/scalar_controls.h"
-#include "workspace/tables.h"
+#include "workspace/table_meaning.h"
 #include "workspace/temperature_chart.h"
 
 namespace kx {
@@ -153,7 +153,7 @@ constexpr std::array rows{
                .tip = "Set percentage of original injector pulse to be used.",
                .max = 199,
                .captures = 1,
-               .counts_a_step = 1.28},
+               .counts_a_step = counts_a_percent},
     Simple("afe_thr_scroll", map::ae_threshold, "Acceleration enrichment threshold",
            {{{"afe_thr_text", Ae_Percent}, {"afe_thr_text2", Ae_Threshold}}}, "", 1, 10),
     Simple("afe_gain_scroll", map::ae_gain, "Acceleration enrichment gain",

@@ -1,5 +1,6 @@
 #include "workspace/setting_file_commands.h"
 
+#include <exception>
 #include <string>
 
 #include "platform/files.h"
@@ -19,19 +20,36 @@ namespace {
 
 constexpr const char* directory_key = "card_data_dir";
 
-/// What a refused file must leave as it was, besides the tune itself.
-struct File_State {
-  std::string file = card_data_file;
-  std::string directory = card_data_dir;
-  std::string title = Title_Text();
-  std::string description = txt_File_Description.Text();
-
-  void Restore() const {
-    card_data_file = file;
-    card_data_dir = directory;
-    Set_Title(title);
-    txt_File_Description.Set(description);
+/// What a file that is not taken must leave as it was, besides the tune itself: put back at the end of the
+/// scope unless the file was taken.
+class File_Before {
+ public:
+  File_Before() = default;
+  ~File_Before() {
+    if (taken_) return;
+    try {
+      Restore();
+    } catch (const std::exception&) {
+      // What ended the load is told already; a second failure must not end the program.
+    }
   }
+  File_Before(const File_Before&) = delete;
+  File_Before& operator=(const File_Before&) = delete;
+  void Taken() { taken_ = true; }
+
+ private:
+  void Restore() const {
+    card_data_file = file_;
+    card_data_dir = directory_;
+    txt_File_Description.Set(description_);
+    Set_Title(title_);
+  }
+
+  std::string file_ = card_data_file;
+  std::string directory_ = card_data_dir;
+  std::string title_ = Title_Text();
+  std::string description_ = txt_File_Description.Text();
+  bool taken_ = false;
 };
 
 void Take_Name(const std::string& full_name) {
@@ -49,26 +67,29 @@ bool Accept_Dataset() {
                  "), load anyway?" + Crlf() + "(Dataset ID is not changed.)");
 }
 
-void Load(const std::string& full_name) {
-  const File_State before;
-  Capture_History();
+enum class Outcome { taken, no_setting_file, refused };
+
+Outcome Take_File(const std::string& full_name) {
+  File_Before before;
   Take_Name(full_name);
   std::string bytes;
   const bool readable = platform::Read_Whole_File(full_name, bytes).Ok();
   const auto parsed = readable ? Parse_Setting_File(bytes) : std::nullopt;
-  if (!parsed) {
-    before.Restore();
-    Refresh_Whole_Image();
-    return Tell("Not a kxs-file");
-  }
+  if (!parsed) return Outcome::no_setting_file;
   txt_File_Description.Set(parsed->description);
   CardByte = parsed->image;
-  if (!Accept_Dataset()) {
-    before.Restore();
-    return Undo();
-  }
+  if (!Accept_Dataset()) return Outcome::refused;
   Write_Key(directory_key, card_data_dir);
+  before.Taken();
+  return Outcome::taken;
+}
+
+void Load(const std::string& full_name) {
+  Capture_History();
+  const Outcome outcome = Take_File(full_name);
+  if (outcome == Outcome::refused) return Undo();
   Refresh_Whole_Image();
+  if (outcome == Outcome::no_setting_file) Tell("Not a kxs-file");
 }
 
 void Save() {

@@ -4,16 +4,8 @@
 
 namespace kx {
 
-/// Limits of the table that a limits routine has prepared last, in its shown unit, and its inverse form:
-/// raw = shown x Table_Gain + Table_Offset1 + Table_Offset2. A routine that does not need gain or offsets
-/// leaves those of the routine before.
-extern double Table_Max;
-extern double Table_Min;
-extern double Table_Gain;
-extern double Table_Offset1;
-extern double Table_Offset2;
-
-/// The limits as the table panel shows them.
+/// The limits of the table that a limits routine has prepared last, in its shown unit, as the table panel
+/// shows them. Only a text for the user: every edit takes its limits from the table's meaning.
 extern Shown_Text minText;
 extern Shown_Text maxText;
 

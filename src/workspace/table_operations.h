@@ -1,10 +1,6 @@
 #pragma once
 
-#include <string>
-
 #include "settings/shown_text.h"
-#include "workspace/table_arithmetic.h"
-#include "workspace/tables.h"
 
 namespace kx {
 
@@ -12,12 +8,9 @@ namespace kx {
 extern Shown_Text set_table_text;
 extern Shown_Text scale_table_text;
 
-/// How edits of @p table work now. Runs the limits routine of an ignition table; the limits of the fuel load
-/// table are those of the last routine unless @p fresh_limits asks for its own.
-[[nodiscard]] Edit_Form Edit_Form_Of(Table table, bool fresh_limits);
-
-/// The buttons of the table panel, on the selected rows of the table on show. Each captures history first and
-/// rebuilds the views from the image at its end; with no table on show it does only that.
+/// The buttons of the table panel, on the selected rows of the table on show.
+/// Each captures history first and rebuilds the views from the image at its
+/// end; with no table on show it does only that.
 void plus_Click();
 void minus_Click();
 

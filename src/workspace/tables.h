@@ -4,10 +4,11 @@
 #include <optional>
 #include <string_view>
 
-#include "settings/image_map.h"
+#include "settings/image.h"
 #include "workspace/charts.h"
 #include "workspace/grid.h"
 #include "workspace/shown_tabs.h"
+#include "workspace/table_limits.h"
 
 namespace kx {
 
@@ -28,7 +29,20 @@ enum class Table {
 /// What the axis of a table counts.
 enum class Axis { load, rpm, fuel_rpm, rpm_or_volts, rpm_times_map };
 
-/// One editable table: where it is shown and where its bytes lie.
+/// Numbers of live entries, decided by flags of @p image.
+[[nodiscard]] int IgRpmPoints(const Byte_Image& image = CardByte);    ///< 21, or 1 under the MAF limit
+[[nodiscard]] int FuelRpmPoints(const Byte_Image& image = CardByte);  ///< 21 at 500 RPM, 41 at 250 RPM
+[[nodiscard]] int An1Points(const Byte_Image& image = CardByte);      ///< 21
+[[nodiscard]] int An2Points(const Byte_Image& image = CardByte);      ///< 21 as limit, 17 as curve
+
+/// A number of entries that no flag changes.
+template <int count>
+[[nodiscard]] constexpr int Always(const Byte_Image&) {
+  return count;
+}
+
+/// One editable table: where it is shown, where its bytes lie and what belongs to it. What its bytes mean is
+/// told by table_meaning.h.
 struct Table_Row {
   Table table;
   std::string_view grid;      ///< name of its grid control
@@ -36,38 +50,133 @@ struct Table_Row {
   int Shown_Tabs::*sub_tabs;  ///< the tab control inside that tab
   int sub_tab;                ///< its tab
   int first_byte;             ///< byte of grid row 1
-  int text_column;            ///< grid column with the values; the axis stands before it
+  int (*entries)(const Byte_Image& image);
   Axis axis;
-  map::Field load_input;  ///< input of a load axis; unused else
-  bool captures_typing;   ///< typing into a cell can be undone
-  int first_row;          ///< first row that may be edited
+  Chart_Id chart;
+  void (*maxmin)();                           ///< prepares minText and maxText for it
+  std::optional<map::Field> load_input = {};  ///< input of a load axis
+  std::optional<Chart_Id> curve_chart = {};   ///< in place of chart while the table is a curve
+  int text_column = 1;                        ///< grid column with the values; the axis stands before it
+  bool captures_typing = false;               ///< typing into a cell can be undone
+  int first_row = 1;                          ///< first row that may be edited
 };
 
-inline constexpr map::Field no_input{map::load_base, 0x03};
-
 inline constexpr std::array table_rows{
-    Table_Row{Table::ignition_load, "Ig_MAP_Grid", main_tab::ignition, &Shown_Tabs::SSTab_Ignition, 0,
-              map::ignition_load.first, 2, Axis::load, map::ignition_load_input, true, 1},
-    Table_Row{Table::ignition_rpm, "Ig_RPM_Grid", main_tab::ignition, &Shown_Tabs::SSTab_Ignition, 1,
-              map::ignition_rpm.first, 1, Axis::rpm, no_input, true, 1},
-    Table_Row{Table::fuel_load, "Fuel_MAP_Grid", main_tab::fuel, &Shown_Tabs::SSTab_Fuel, 0,
-              map::fuel_load.first, 2, Axis::load, map::fuel_load_input, true, 1},
-    Table_Row{Table::fuel_rpm, "Fuel_RPM_Grid", main_tab::fuel, &Shown_Tabs::SSTab_Fuel, 1,
-              map::fuel_rpm.first, 1, Axis::fuel_rpm, no_input, true, 1},
-    Table_Row{Table::analog1, "an1_out_grid", main_tab::analog, &Shown_Tabs::SSTab_Analog, 0,
-              map::analog1.first, 1, Axis::rpm, no_input, false, 1},
-    Table_Row{Table::analog2, "an2_out_grid", main_tab::analog, &Shown_Tabs::SSTab_Analog, 1,
-              map::analog2.first, 1, Axis::rpm_or_volts, no_input, false, 1},
-    Table_Row{Table::maf_output, "MAFsim_out_grid", main_tab::analog, &Shown_Tabs::SSTab_Analog, 2,
-              map::maf_output.first, 1, Axis::rpm_times_map, no_input, false, 1},
-    // Row 1 shows the byte of row 2; its own byte is the ignition of all RPMs, which a tuner who fills this
-    // grid must not change unseen. So editing starts at row 2.
-    Table_Row{Table::maf_limit, "MAFSim_limit_grid", main_tab::analog, &Shown_Tabs::SSTab_Analog, 3,
-              map::maf_limit.first, 1, Axis::rpm, no_input, false, 2},
-    Table_Row{Table::pwm_load, "PWM_MAP_Grid", main_tab::pwm, &Shown_Tabs::SSTab_PWM, 0, map::pwm_load.first,
-              2, Axis::load, map::pwm_load_input, false, 1},
-    Table_Row{Table::pwm_rpm, "PWM_RPM_Grid", main_tab::pwm, &Shown_Tabs::SSTab_PWM, 1, map::pwm_rpm.first, 1,
-              Axis::rpm, no_input, false, 1},
+    Table_Row{.table = Table::ignition_load,
+              .grid = "Ig_MAP_Grid",
+              .tab = main_tab::ignition,
+              .sub_tabs = &Shown_Tabs::SSTab_Ignition,
+              .sub_tab = 0,
+              .first_byte = map::ignition_load.first,
+              .entries = Always<map::ignition_load.count>,
+              .axis = Axis::load,
+              .chart = Chart_Id::IgMapChart,
+              .maxmin = Get_igmap_maxmin,
+              .load_input = map::ignition_load_input,
+              .text_column = 2,
+              .captures_typing = true},
+    Table_Row{.table = Table::ignition_rpm,
+              .grid = "Ig_RPM_Grid",
+              .tab = main_tab::ignition,
+              .sub_tabs = &Shown_Tabs::SSTab_Ignition,
+              .sub_tab = 1,
+              .first_byte = map::ignition_rpm.first,
+              .entries = IgRpmPoints,
+              .axis = Axis::rpm,
+              .chart = Chart_Id::IgRPMChart,
+              .maxmin = Get_igrpm_maxmin,
+              .captures_typing = true},
+    Table_Row{.table = Table::fuel_load,
+              .grid = "Fuel_MAP_Grid",
+              .tab = main_tab::fuel,
+              .sub_tabs = &Shown_Tabs::SSTab_Fuel,
+              .sub_tab = 0,
+              .first_byte = map::fuel_load.first,
+              .entries = Always<map::fuel_load.count>,
+              .axis = Axis::load,
+              .chart = Chart_Id::FuelMapChart,
+              .maxmin = Get_fuelmap_maxmin,
+              .load_input = map::fuel_load_input,
+              .text_column = 2,
+              .captures_typing = true},
+    Table_Row{.table = Table::fuel_rpm,
+              .grid = "Fuel_RPM_Grid",
+              .tab = main_tab::fuel,
+              .sub_tabs = &Shown_Tabs::SSTab_Fuel,
+              .sub_tab = 1,
+              .first_byte = map::fuel_rpm.first,
+              .entries = FuelRpmPoints,
+              .axis = Axis::fuel_rpm,
+              .chart = Chart_Id::FuelRpmChart,
+              .maxmin = Get_fuelrpm_maxmin,
+              .captures_typing = true},
+    Table_Row{.table = Table::analog1,
+              .grid = "an1_out_grid",
+              .tab = main_tab::analog,
+              .sub_tabs = &Shown_Tabs::SSTab_Analog,
+              .sub_tab = 0,
+              .first_byte = map::analog1.first,
+              .entries = An1Points,
+              .axis = Axis::rpm,
+              .chart = Chart_Id::an1_out_chart,
+              .maxmin = Get_an_maxmin},
+    Table_Row{.table = Table::analog2,
+              .grid = "an2_out_grid",
+              .tab = main_tab::analog,
+              .sub_tabs = &Shown_Tabs::SSTab_Analog,
+              .sub_tab = 1,
+              .first_byte = map::analog2.first,
+              .entries = An2Points,
+              .axis = Axis::rpm_or_volts,
+              .chart = Chart_Id::an2_out_limchart,
+              .maxmin = Get_an_maxmin,
+              .curve_chart = Chart_Id::an2_out_chart},
+    Table_Row{.table = Table::maf_output,
+              .grid = "MAFsim_out_grid",
+              .tab = main_tab::analog,
+              .sub_tabs = &Shown_Tabs::SSTab_Analog,
+              .sub_tab = 2,
+              .first_byte = map::maf_output.first,
+              .entries = Always<map::maf_output.count>,
+              .axis = Axis::rpm_times_map,
+              .chart = Chart_Id::MAFSim_chart,
+              .maxmin = Get_an_maxmin},
+    // Row 1 shows the byte of row 2; its own byte is the ignition of all RPMs,
+    // which a tuner who fills this grid must not change unseen. So editing
+    // starts at row 2.
+    Table_Row{.table = Table::maf_limit,
+              .grid = "MAFSim_limit_grid",
+              .tab = main_tab::analog,
+              .sub_tabs = &Shown_Tabs::SSTab_Analog,
+              .sub_tab = 3,
+              .first_byte = map::maf_limit.first,
+              .entries = Always<map::maf_limit.count>,
+              .axis = Axis::rpm,
+              .chart = Chart_Id::MAFSim_limit_chart,
+              .maxmin = Get_an_maxmin,
+              .first_row = 2},
+    Table_Row{.table = Table::pwm_load,
+              .grid = "PWM_MAP_Grid",
+              .tab = main_tab::pwm,
+              .sub_tabs = &Shown_Tabs::SSTab_PWM,
+              .sub_tab = 0,
+              .first_byte = map::pwm_load.first,
+              .entries = Always<map::pwm_load.count>,
+              .axis = Axis::load,
+              .chart = Chart_Id::PwmMapChart,
+              .maxmin = Get_pwm_maxmin,
+              .load_input = map::pwm_load_input,
+              .text_column = 2},
+    Table_Row{.table = Table::pwm_rpm,
+              .grid = "PWM_RPM_Grid",
+              .tab = main_tab::pwm,
+              .sub_tabs = &Shown_Tabs::SSTab_PWM,
+              .sub_tab = 1,
+              .first_byte = map::pwm_rpm.first,
+              .entries = Always<map::pwm_rpm.count>,
+              .axis = Axis::rpm,
+              .chart = Chart_Id::PwmRpmChart,
+              .maxmin = Get_pwm_maxmin},
 };
 
 [[nodiscard]] constexpr const Table_Row& Row_Of(Table table) {
@@ -80,8 +189,8 @@ inline constexpr std::array table_rows{
 /// The table whose grid is on show, if any.
 [[nodiscard]] std::optional<Table> Active_Table();
 
-/// Number of entries that the table has under the present point counts.
-[[nodiscard]] int Entries_Of(Table table);
+/// Number of entries that the table has.
+[[nodiscard]] int Entries_Of(Table table, const Byte_Image& image = CardByte);
 
 /// Byte that a grid row shows. Row 1 of the MAF limit shows the byte of row 2.
 [[nodiscard]] int Shown_Byte(Table table, int row);
@@ -92,23 +201,32 @@ inline constexpr std::array table_rows{
 /// The chart that stands beside the grid now: Analog 2 has one for each of its two meanings.
 [[nodiscard]] Chart_Id Chart_Beside(Table table);
 
-/// Analog 2 is a curve of 17 points over the input voltage, not a limit over RPM.
-[[nodiscard]] bool Analog2_Is_Curve();
+/// The fuel RPM table is at 500 RPM resolution. At 250 RPM it takes over the bytes of Analog 2.
+[[nodiscard]] bool Res500(const Byte_Image& image = CardByte);
+
+/// Analog 2 is a curve of 17 points over the input voltage, not a limit over
+/// RPM.
+[[nodiscard]] bool Analog2_Is_Curve(const Byte_Image& image = CardByte);
 
 /// MAF simulation is on.
-[[nodiscard]] bool Maf_Simulation_On();
+[[nodiscard]] bool Maf_Simulation_On(const Byte_Image& image = CardByte);
 
 /// The MAF-simulation limit takes over the ignition RPM table.
-[[nodiscard]] bool Maf_Limit_Active();
+[[nodiscard]] bool Maf_Limit_Active(const Byte_Image& image = CardByte);
 
 /// The boost output runs as a closed loop on the boost sensor.
-[[nodiscard]] bool Boost_Closed_Loop();
+[[nodiscard]] bool Boost_Closed_Loop(const Byte_Image& image = CardByte);
 
 /// Sensor number on the boost input; -1 is none.
-[[nodiscard]] int Boost_Sensor();
+[[nodiscard]] int Boost_Sensor(const Byte_Image& image = CardByte);
 
-/// Sets FuelRpmPoints, Res500, IgRpmPoints and An2Points from the image's flags.
-void Update_Point_Counts();
+/// List indexes of an2_combo, the mode of the Analog 2 output.
+namespace an2_mode {
+constexpr int limit = 0;            ///< the table limits the output over RPM
+constexpr int curve = 1;            ///< the table is the output over the input voltage
+constexpr int limit_trim = 2;       ///< a limit that the PWM input trims
+constexpr int boost_activated = 3;  ///< the table is not used
+}  // namespace an2_mode
 
 /// Brings grids, charts and shown tabs to what they are before the start.
 void Reset_Table_State();

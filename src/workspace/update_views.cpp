@@ -1,7 +1,6 @@
 #include "workspace/update_views.h"
 
 #include "boxlink/preferences.h"
-#include "sensors/sensor_store.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/numbers.h"
@@ -12,40 +11,21 @@
 #include "workspace/cell_editing.h"
 #include "workspace/curve_generator.h"
 #include "workspace/table_limits.h"
+#include "workspace/table_meaning.h"
 #include "workspace/table_values.h"
 #include "workspace/temperature_chart.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
 
-View_State view_state;
 View_Hooks view_hooks;
+int card_frame = 0;
 
 namespace {
 
 constexpr const char* communication_key = "Default_Com_interface";
 constexpr const char* card_communication = "MapCard_Communication";
 constexpr const char* box_communication = "Box_Communication";
-constexpr double an_offset_zero = 128;  ///< raw offset that shifts nothing
-
-constexpr const char* an1_limit_help =
-    "Values in table sets maximum voltage on Analog 1 out depending on RPM.      When Analog 1 in is below "
-    "the "
-    "limit voltage,  out voltage = in voltage.";
-constexpr const char* an1_disabled_help = "AN1 is disabled because of MAF-simulation";
-constexpr const char* an2_limit_help =
-    "Values in table sets maximum voltage on Analog 2 out depending on RPM.      When Analog 2 in is below "
-    "the "
-    "limit voltage,  out voltage = in voltage.";
-constexpr const char* an2_trim_help =
-    "Same as Analog 2 limit, but the Analog 2 out value also depends on PWM in. See manual for more "
-    "information";
-constexpr const char* boost_target_help =
-    "Set Value in table to desired boost level. This setting is also controlled by the PWM Load tab.";
-constexpr const char* select_boost_sensor_help = "Select boost sensor in 'Box Settings'";
-constexpr const char* pwm_percent_help =
-    "Set desired PWM signal in percent, based on engine RPM. This setting is also controlled by the PWM Load "
-    "tab";
 
 /// Rows, headings and axis of one grid and the labels of the chart beside it; values stay.
 void Lay_Out_Table(Table table) {
@@ -89,9 +69,8 @@ void Add_Analog2_Guides() {
   Chart_Series generator{"curve generator", {}};
   Chart_Series one_to_one{"Shows 1:1", {}};
   const double gain = CardByte[map::an_gain];
-  const double offset = CardByte[map::an_offset] - an_offset_zero;
   for (int entry = 1; entry <= map::analog2_curve.count; ++entry) {
-    generator.values.push_back(Generator_Counts(entry, gain, offset) / counts_a_volt);
+    generator.values.push_back(Generator_Counts(entry, gain, Generator_Offset()) / counts_a_volt);
     one_to_one.values.push_back((entry - 1) * volts_a_curve_entry);
   }
   auto& series = Chart_Of(Chart_Id::an2_out_chart).series;
@@ -130,25 +109,18 @@ void Lay_Out_And_Complete(Table table) {
   if (table == Table::analog2) Add_Analog2_Guides();
 }
 
-/// What the tables and texts depend on besides their own bytes.
-void Take_Conditions() {
-  Update_Point_Counts();
-  Temp_Sensor_Index = Get_Field(map::air_temperature_input) + 1;
-}
-
 /// A word without an option leaves the frame as it is.
 void Choose_Card_Frame() {
   const int option = Option_Of_Interface(Default_Interface);
-  if (option >= 0) view_state.card_frame = option;
+  if (option >= 0) card_frame = option;
 }
 
 void Lay_Out_All();
 
 void Fill_All() {
-  Undo_Busy = true;
+  const Undo_Busy_Scope filling;
   const bool preset_changed_bytes = Apply_Preset();
   Choose_Card_Frame();
-  Take_Conditions();
   Fill_Ignition_Tables();
   Fill_Fuel_Tables();
   Fill_Table(Table::pwm_load);
@@ -156,86 +128,22 @@ void Fill_All() {
   Fill_Analog2_Table();
   Fill_Curve_Boxes();
   Update_Temp_Chart();
-  Update_Config();
   if (view_hooks.show_values) view_hooks.show_values();
   if (preset_changed_bytes) Lay_Out_All();  // a byte may have changed what the tables mean
   Fresh_Cell = true;                        // what was being typed has been replaced by the tune's value
-  Undo_Busy = false;
-}
-
-void Lay_Out_Help_Texts() {
-  const bool load_percent = Get_Field(map::ignition_load_in_percent) == 1;
-  view_state.Label41 = load_percent ? "Set percentage of spark timing change, based on manifold pressure."
-                                    : "Set spark timing change, in degrees, based on manifold pressure.";
-  view_state.Label_IG_RPM = load_percent ? "Set spark timing change, in degrees, based on engine RPM."
-                                         : "Set percentage of spark timing change, based on engine RPM.";
-  view_state.Label_AN1 = Maf_Simulation_On() ? an1_disabled_help : an1_limit_help;
-  switch (Get_Field(map::an2_mode)) {
-    case 0:
-      view_state.Label_AN2_limitexplain = an2_limit_help;
-      break;
-    case 1:
-      view_state.Label_AN2_limitexplain.clear();
-      break;
-    case 2:
-      view_state.Label_AN2_limitexplain = an2_trim_help;
-      break;
-    default:
-      break;  // the boost sensor activated output keeps the text it finds
-  }
-}
-
-/// The table panel has nothing to work on where no table is on show.
-bool Table_Panel_Of_Use() {
-  const auto table = Active_Table();
-  if (table != Table::analog2) return table.has_value();
-  return view_state.An2out_frame && Analog2_Frames_Shown().an2_out_grid;
-}
-
-void Lay_Out_Frames() {
-  view_state.analog1_tab = !Maf_Simulation_On();
-  view_state.maf_output_tab = Maf_Simulation_On();
-  view_state.maf_limit_tab = Maf_Limit_Active();
-  view_state.An2out_frame = An2_Available && Res500;
-  view_state.Frame_IG_RPM_MAFSIM = Maf_Limit_Active();
-  view_state.tblctrl = Table_Panel_Of_Use();
 }
 
 void Show_Layout() {
   if (view_hooks.show_layout) view_hooks.show_layout();
 }
 
-void Show_Pwm_Notification() {
-  if (!Boost_Closed_Loop()) {
-    view_state.Frame_PWMRPM_Notification = "Normal PWM out";
-    view_state.txt_PWMRPM_Notification = pwm_percent_help;
-    return;
-  }
-  const int sensor = Boost_Sensor();
-  view_state.Frame_PWMRPM_Notification = "PWM PID Control activated. Analog" +
-                                         std::to_string(Get_Field(map::boost_input) + 1) + " - " +
-                                         Sensor_Name(sensor);
-  view_state.txt_PWMRPM_Notification = boost_target_help;
-  if (sensor < 1) view_state.txt_PWMRPM_Notification += select_boost_sensor_help;
-}
-
 void Lay_Out_All() {
-  Take_Conditions();
   for (const Table_Row& row : table_rows) Lay_Out_And_Complete(row.table);
-  Lay_Out_Help_Texts();
-  Lay_Out_Frames();
-  Show_Pwm_Notification();
-  Update_Config();
   Get_Shown_Table_Maxmin();
   Show_Layout();
 }
 
 void Keep_Table_Tools_In_Step() {
-  const std::string communication = Read_Key(communication_key).value_or(card_communication);
-  if (communication == card_communication) view_state.communication_tab = communication_tab::card;
-  if (communication == box_communication) view_state.communication_tab = communication_tab::box;
-  view_state.tblctrl = Table_Panel_Of_Use();
-  Show_Pwm_Notification();
   Get_pwm_maxmin();
   Show_Layout();
 }
@@ -247,8 +155,8 @@ void Show_Table(Table table) {
 }
 
 void Reset_View_State() {
-  view_state = {};
   view_hooks = {};
+  card_frame = 0;
   Coolant_Chart = {};
 }
 
@@ -267,8 +175,12 @@ void Communication_Tab_Changed(int tab) {
   Write_Key(communication_key, tab == communication_tab::card ? card_communication : box_communication);
 }
 
+int Communication_Tab() {
+  return Read_Key(communication_key) == box_communication ? communication_tab::box : communication_tab::card;
+}
+
 void toggle_interface_box_chip() {
-  const bool card_side = view_state.communication_tab == communication_tab::card;
+  const bool card_side = Communication_Tab() == communication_tab::card;
   Communication_Tab_Changed(card_side ? communication_tab::box : communication_tab::card);
   Show_Right_Tabs();
 }

@@ -127,7 +127,7 @@ TEST_F(Analog2, Frames_Follow_The_Mode_Of_The_Image) {
     EXPECT_EQ(frames.an2_func_set, shown.curve) << shown.mode;
     EXPECT_EQ(frames.an2_activation_frame, shown.activation) << shown.mode;
     EXPECT_EQ(frames.an2_out_grid, shown.grid) << shown.mode;
-    EXPECT_EQ(An2Points, shown.points) << shown.mode;
+    EXPECT_EQ(An2Points(), shown.points) << shown.mode;
   }
 }
 

@@ -63,13 +63,13 @@ TEST_F(Box_Settings, Each_Mask_Position_Switches_Its_Controls_Off_And_On_Again) 
     Update_All();
     for (const auto control : all) {
       const bool off = std::ranges::find(position.controls, control) != position.controls.end();
-      EXPECT_EQ(config_state.*control, !off) << Mask_Without(position.off);
+      EXPECT_EQ(Config_Of_Tune().*control, !off) << Mask_Without(position.off);
     }
-    EXPECT_EQ(config_state.Label_BoostControl_Notification(), !config_state.PWM_PID_Frame);
-    EXPECT_EQ(An2_Available, config_state.An2_Available);
-    EXPECT_EQ(config_state.Res_250, An2_Available ? "250 RPM, (also disables AN2 out function)" : "250 RPM");
-    EXPECT_TRUE(config_state.Rpm_Calc_Frame && config_state.In_Boost_Frame);
-    EXPECT_FALSE(config_state.Frame3 || config_state.HScroll3);
+    EXPECT_EQ(Config_Of_Tune().Label_BoostControl_Notification(), !Config_Of_Tune().PWM_PID_Frame);
+    EXPECT_EQ(Config_Of_Tune().Res_250,
+              Config_Of_Tune().An2_Available ? "250 RPM, (also disables AN2 out function)" : "250 RPM");
+    EXPECT_TRUE(Config_Of_Tune().Rpm_Calc_Frame && Config_Of_Tune().In_Boost_Frame);
+    EXPECT_FALSE(Config_Of_Tune().Frame3 || Config_Of_Tune().HScroll3);
   }
 }
 
@@ -79,9 +79,10 @@ TEST_F(Box_Settings, Masks_Of_Other_Lengths_Leave_Missing_Positions_Off_But_The_
     Choose_Preset(mask);
     Refresh_Whole_Image();
     EXPECT_EQ(DatasetID, dataset) << mask;
-    EXPECT_EQ(config_state.IAT_Fuel_tab, air_temperature) << mask;
-    EXPECT_EQ(config_state.config_frame_b, precision_frame) << mask;
-    EXPECT_TRUE(config_state.SSTab_Fuel && config_state.Sensor_Settings && config_state.Rpm_Res_Frame);
+    EXPECT_EQ(Config_Of_Tune().IAT_Fuel_tab, air_temperature) << mask;
+    EXPECT_EQ(Config_Of_Tune().config_frame_b, precision_frame) << mask;
+    EXPECT_TRUE(Config_Of_Tune().SSTab_Fuel && Config_Of_Tune().Sensor_Settings &&
+                Config_Of_Tune().Rpm_Res_Frame);
   }
 }
 
@@ -89,14 +90,14 @@ TEST_F(Box_Settings, Frames_That_The_Tune_Decides) {
   Choose_Preset();
   CardByte[map::flags_c] = 0;
   Update_All();
-  EXPECT_TRUE(config_state.Inj_Cal_Frame);
-  EXPECT_FALSE(config_state.Fuel_trim);
-  EXPECT_EQ(config_state.Label25, "Injector pulse offset in milliseconds.");
+  EXPECT_TRUE(Config_Of_Tune().Inj_Cal_Frame);
+  EXPECT_FALSE(Config_Of_Tune().Fuel_trim);
+  EXPECT_EQ(Config_Of_Tune().Label25, "Injector pulse offset in milliseconds.");
   Choice_Changed(Choice_Row_Of("Sync_stock"), 1);
-  EXPECT_FALSE(config_state.Inj_Cal_Frame);
+  EXPECT_FALSE(Config_Of_Tune().Inj_Cal_Frame);
   Choice_Changed(Choice_Row_Of("Ind_Trim_Option(1)"), 1);
-  EXPECT_TRUE(config_state.Fuel_trim);
-  EXPECT_EQ(config_state.Label25,
+  EXPECT_TRUE(Config_Of_Tune().Fuel_trim);
+  EXPECT_EQ(Config_Of_Tune().Label25,
             "Injector pulse offset in milliseconds. Master                                  Slave");
 }
 
@@ -120,9 +121,9 @@ TEST_F(Box_Settings, A_Preset_Works_On_The_Tune_At_Every_Refresh_And_Says_What_I
   EXPECT_EQ(preset_status.Text(), "Preset changed bytes: 1, 44");
   CardByte[44] = 16;
   Update_Tabs();
-  EXPECT_EQ(view_state.Label41, "Set percentage of spark timing change, based on manifold pressure.");
+  EXPECT_EQ(View_Of_Tune().Label41, "Set percentage of spark timing change, based on manifold pressure.");
   Update_All();
-  EXPECT_EQ(view_state.Label41, "Set spark timing change, in degrees, based on manifold pressure.");
+  EXPECT_EQ(View_Of_Tune().Label41, "Set spark timing change, in degrees, based on manifold pressure.");
 }
 
 class Preset_Choice : public Workspace_Fixture {

@@ -79,7 +79,7 @@ TEST_F(Sync_Engine, Read_Asks_About_Another_Dataset) {
 
 TEST_F(Sync_Engine, A_View_That_Fails_Is_Reported_In_The_Status) {
   refresh_hooks.update_all = [] {
-    Undo_Busy = true;
+    const Undo_Busy_Scope filling;
     Fail_Overflow();
   };
   Read_Settings_Click();

@@ -209,28 +209,28 @@ TEST_F(Choice_Controls, Views_Follow_A_Change_Of_Meaning_At_Once) {
   Show_Tab(main_tab::ignition, 0);
   Choice_Changed(Choice_Row_Of("igtable_mode_combo"), 1);
   EXPECT_EQ(maxText.Text(), "199");
-  EXPECT_EQ(view_state.Label_IG_RPM, "Set spark timing change, in degrees, based on engine RPM.");
+  EXPECT_EQ(View_Of_Tune().Label_IG_RPM, "Set spark timing change, in degrees, based on engine RPM.");
   Show_Tab(main_tab::ignition, 1);
   Choice_Changed(Choice_Row_Of("ignrpm_tblprec_combo"), 1);
   EXPECT_EQ(maxText.Text(), "12.7");
   Show_Tab(main_tab::pwm, 1);
   Choice_Changed(Choice_Row_Of("BoostControlPICheck"), 1);
   EXPECT_EQ(minText.Text(), "0.1");
-  EXPECT_FALSE(config_state.pwm1_check);
+  EXPECT_FALSE(Config_Of_Tune().pwm1_check);
   Choice_Changed(Choice_Row_Of("boost_combo"), 1);  // volts now
   EXPECT_EQ(Grid_Of(Table::pwm_rpm).Text(0, 1), "V");
   EXPECT_EQ(Grid_Of(Table::pwm_rpm).Text(1, 1), "5.00");
   Choice_Changed(Choice_Row_Of("PWM_nostock"), 2);
   EXPECT_EQ(Grid_Of(Table::fuel_load).Text(0, 2), "%");
   EXPECT_EQ(Grid_Of(Table::fuel_load).Text(2, 2), "50.2");
-  EXPECT_FALSE(config_state.Inj_Cal_Frame);
+  EXPECT_FALSE(Config_Of_Tune().Inj_Cal_Frame);
   for (const auto& [index, rows] : {std::pair{1, 42}, {0, 22}}) {
     Choice_Changed(Choice_Row_Of("Res_250"), index);
     EXPECT_EQ(Grid_Of(Table::fuel_rpm).Rows(), rows);
   }
   Choice_Changed(Choice_Row_Of("MAFSIM_enable"), 1);
-  EXPECT_TRUE(view_state.maf_output_tab);
-  EXPECT_EQ(view_state.Label_AN1, "AN1 is disabled because of MAF-simulation");
+  EXPECT_TRUE(View_Of_Tune().maf_output_tab);
+  EXPECT_EQ(View_Of_Tune().Label_AN1, "AN1 is disabled because of MAF-simulation");
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ TEST_F(Image, Reset_Gives_The_Bytes_Of_The_Map) {
   Expect_Image(Reset_Tune());
 }
 
-TEST_F(Image, Reset_Follows_Start_Mode_And_Point_Counts) {
+TEST_F(Image, Reset_Follows_Start_Mode) {
   Byte_Image expected = Reset_Tune();
   expected[255] = 0;
   for (const auto& [mode, master, slave] : {std::array{1, 1, 20}, {2, 0, 0}, {-1, 0, 0}, {0, 2, 2}}) {
@@ -52,14 +52,6 @@ TEST_F(Image, Reset_Follows_Start_Mode_And_Point_Counts) {
     expected[16] = static_cast<std::uint8_t>(slave);
     Expect_Image(expected);
   }
-  // One ignition value for all RPMs leaves the rest of its table 0; 41 fuel entries take Analog 2's but the
-  // last.
-  IgRpmPoints = 1;
-  FuelRpmPoints = 41;
-  Init_Default_Settings(0);
-  expected.Fill(80, 99, 0);
-  expected.Fill(134, 173, 192);
-  Expect_Image(expected);
 }
 
 TEST_F(Image, Bits_Of_Every_Byte) {

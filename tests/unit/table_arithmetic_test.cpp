@@ -6,27 +6,26 @@
 #include "settings/image.h"
 #include "settings/numbers.h"
 #include "support/workspace_fixture.h"
-#include "workspace/table_operations.h"
 #include "workspace/table_values.h"
 
 namespace kx {
 namespace {
 
-constexpr Edit_Form load_degrees{Edit_Rule::ignition_load_degrees, 25.5, 0, 10, 0, 0};
-constexpr Edit_Form load_percent{Edit_Rule::ignition_load_percent, 199, 0, 1.28, 0, 0};
-constexpr Edit_Form rpm_degrees{Edit_Rule::ignition_rpm_degrees, 25.4, -25.6, 5, 0, 128};
-constexpr Edit_Form rpm_percent{Edit_Rule::ignition_rpm_percent, 198, -200, 0.64, 0, 128};
-constexpr Edit_Form rpm_percent_fine{Edit_Rule::ignition_rpm_percent, 99, -100, 1.28, 0, 128};
-constexpr Edit_Form fuel_time{Edit_Rule::fuel_time, 25.4, -25.6};
-constexpr Edit_Form fuel_duty{Edit_Rule::fuel_duty, 100, 0};
-constexpr Edit_Form fuel_rpm{Edit_Rule::fuel_rpm};
-constexpr Edit_Form volts{Edit_Rule::volts};
-constexpr Edit_Form pwm{Edit_Rule::pwm};
-constexpr Edit_Form boost{Edit_Rule::boost_target};
+const Table_Meaning load_degrees = meaning::ignition_load_degrees;
+const Table_Meaning load_percent = meaning::ignition_load_percent;
+const Table_Meaning rpm_degrees = meaning::ignition_rpm_degrees;
+const Table_Meaning rpm_percent = meaning::ignition_rpm_percent;
+const Table_Meaning rpm_percent_fine = meaning::ignition_rpm_percent_fine;
+const Table_Meaning fuel_time = meaning::fuel_load_time;
+const Table_Meaning fuel_duty = meaning::fuel_load_duty;
+const Table_Meaning fuel_rpm = meaning::fuel_rpm;
+const Table_Meaning volts = meaning::analog_limit;
+const Table_Meaning pwm = meaning::pwm_duty;
+const Table_Meaning boost = meaning::Boost_Target(-1);
 
 TEST(Table_Arithmetic, Steps_Start_From_The_Shown_Value_Where_The_Table_Says_So) {
   struct Row {
-    Edit_Form form;
+    Table_Meaning form;
     Cell cell;
     int sign;
     int result;
@@ -65,7 +64,7 @@ TEST(Table_Arithmetic, Slopes_Clip_But_A_Boost_Target_Overflows) {
 
 TEST(Table_Arithmetic, Set_Clips_Then_Stores) {
   struct Row {
-    Edit_Form form;
+    Table_Meaning form;
     double typed;
     double clipped;
     int raw;
@@ -120,8 +119,8 @@ TEST_P(Every_Table, Shown_Text_Of_All_Raw_Values_Leads_Back) {
     Set_Field(map::ignition_rpm_fine, (flags >> 1) & 1);
     Set_Field(map::fuel_by_pwm, (flags >> 2) & 1);
     Set_Field(map::an2_mode, (flags >> 3) & 1);
-    const Edit_Form form = Edit_Form_Of(table, true);
-    const Value_Form& value = Form_Of(table);
+    const Table_Meaning form = Meaning_Of(table);
+    const Value_Form& value = form.form;
     const double coarseness = value.mask == "00" ? 0.5 : value.mask == "0.0" ? 0.05 : 0.005;
     for (int raw = 0; raw < 256; ++raw) {
       const std::string text = Shown_Text_Of(table, static_cast<std::uint8_t>(raw));

@@ -4,6 +4,7 @@
 #include "settings/image.h"
 #include "settings/refresh.h"
 #include "support/workspace_fixture.h"
+#include "workspace/table_meaning.h"
 #include "workspace/table_values.h"
 #include "workspace/tables.h"
 #include "workspace/view_hooks.h"
@@ -40,8 +41,8 @@ TEST_F(Table_Views, Maf_Limit_Takes_Over_The_Ignition_Rpm_Table) {
   EXPECT_EQ(Row_Texts(Table::ignition_rpm, 1)[1], "113");
   EXPECT_EQ(Row_Texts(Table::maf_limit, 1), (Texts{"000", "1.00"})) << "row 1 shows the byte of row 2";
   EXPECT_EQ(Row_Texts(Table::maf_limit, 2), (Texts{"500", "1.00"}));
-  EXPECT_TRUE(view_state.Frame_IG_RPM_MAFSIM);
-  EXPECT_TRUE(view_state.maf_limit_tab && view_state.maf_output_tab && !view_state.analog1_tab);
+  EXPECT_TRUE(View_Of_Tune().Frame_IG_RPM_MAFSIM);
+  EXPECT_TRUE(View_Of_Tune().maf_limit_tab && View_Of_Tune().maf_output_tab && !View_Of_Tune().analog1_tab);
 }
 
 TEST_F(Table_Views, Closed_Loop_Shows_Boost_In_The_Sensors_Unit) {
@@ -54,8 +55,32 @@ TEST_F(Table_Views, Closed_Loop_Shows_Boost_In_The_Sensors_Unit) {
   EXPECT_NE(Row_Texts(Table::pwm_rpm, 1)[1], Shown_Text_Of(Table::pwm_rpm, 10));
   Show_Tab(main_tab::pwm, 1);
   Show_Right_Tabs();
-  EXPECT_EQ(view_state.Frame_PWMRPM_Notification,
+  EXPECT_EQ(View_Of_Tune().Frame_PWMRPM_Notification,
             "PWM PID Control activated. Analog1 - " + Sensor_Name(Sensor_On_Input(1)));
+}
+
+/// Two images beside each other read each by its own flags.
+TEST_F(Table_Views, Meanings_Are_Those_Of_The_Image_Asked_For) {
+  Byte_Image other = CardByte;
+  other[map::flags_c] = 0x20 | 0x02;
+  other[map::ignition_flags] = 0x30;
+  struct Read {
+    Table table;
+    const char* here;
+    const char* there;
+  };
+  for (const Read& read : {Read{Table::fuel_load, "0.0 ms", "50.2 %"},
+                           {Table::ignition_load, "12.8 Deg", "100 %"},
+                           {Table::ignition_rpm, "00 %", "0.0 Deg"},
+                           {Table::analog2, "2.51 limit [V]", "2.51 out [V]"}}) {
+    const auto reads = [&](const Byte_Image& image) {
+      const Table_Meaning meaning = Meaning_Of(read.table, image);
+      return Shown_Text_Of(meaning, 128) + " " + Unit_Of(meaning);
+    };
+    EXPECT_EQ(reads(CardByte), read.here);
+    EXPECT_EQ(reads(other), read.there);
+  }
+  EXPECT_EQ(Entries_Of(Table::analog2, other), 17);
 }
 
 TEST_F(Table_Views, Analog2_Curve_Has_Guide_Lines) {
@@ -74,7 +99,7 @@ TEST_F(Table_Views, Table_Panel_Shows_Only_Where_It_Has_A_Table) {
   const auto panel_on = [](int tab, int sub_tab) {
     Show_Tab(tab, sub_tab);
     Show_Right_Tabs();
-    return view_state.tblctrl;
+    return View_Of_Tune().tblctrl;
   };
   EXPECT_FALSE(panel_on(main_tab::general, 0));
   for (const int tab : {main_tab::ignition, main_tab::fuel, main_tab::pwm, main_tab::analog})

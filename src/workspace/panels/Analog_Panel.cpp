@@ -78,6 +78,7 @@ QWidget* Analog_Panel::Make_Generator() {
 }
 
 void Analog_Panel::Show_Layout() {
+  const View_State view_state = View_Of_Tune();
   setTabVisible(analog1_tab, view_state.analog1_tab);
   setTabVisible(maf_output_tab, view_state.maf_output_tab);
   setTabVisible(maf_limit_tab, view_state.maf_limit_tab);

@@ -153,13 +153,13 @@ QWidget* Communication_Panel::Make_Box_Tab() {
 
 void Communication_Panel::Show_Values() {
   for (std::size_t i = 0; i < card_frames_.size(); ++i) {
-    card_frames_[i]->setVisible(static_cast<int>(i) == view_state.card_frame);
+    card_frames_[i]->setVisible(static_cast<int>(i) == card_frame);
   }
 }
 
 void Communication_Panel::Show_Layout() {
   const QSignalBlocker quiet(this);
-  setCurrentIndex(view_state.communication_tab);
+  setCurrentIndex(Communication_Tab());
 }
 
 }  // namespace kx

@@ -108,6 +108,7 @@ QWidget* Fuel_Panel::Make_Air_Temperature(Control_Index& index) {
 }
 
 void Fuel_Panel::Show_Layout() {
+  const Config_State config_state = Config_Of_Tune();
   load_base_->setEnabled(config_state.Fuel_Load_Base_Frame);
   enrichment_->setEnabled(config_state.Enrich_Mode_Frame);
   calibration_->setEnabled(config_state.Inj_Cal_Frame);

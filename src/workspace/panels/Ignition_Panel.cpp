@@ -36,6 +36,7 @@ Ignition_Panel::Ignition_Panel(Control_Index& index, QWidget* parent)
 }
 
 void Ignition_Panel::Show_Layout() {
+  const View_State view_state = View_Of_Tune();
   load_help_->setText(QString::fromStdString(view_state.Label41));
   rpm_help_->setText(QString::fromStdString(view_state.Label_IG_RPM));
   rpm_normal_->setVisible(!view_state.Frame_IG_RPM_MAFSIM);

@@ -48,6 +48,8 @@ QWidget* Pwm_Panel::Make_Boost_Control(Control_Index& index) {
 }
 
 void Pwm_Panel::Show_Layout() {
+  const View_State view_state = View_Of_Tune();
+  const Config_State config_state = Config_Of_Tune();
   load_base_->setEnabled(config_state.PWM_Load_Frame);
   pid_->setEnabled(config_state.PWM_PID_Frame);
   closed_loop_->setEnabled(config_state.PWM_PID_Frame);
