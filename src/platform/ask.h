@@ -24,6 +24,7 @@ struct File_Question {
   std::string directory;
   std::string name;
   std::string default_extension;
+  bool asks_to_replace = true;  ///< else the caller asks, in its own words
 };
 
 /// All message boxes and file dialogs of the program. Each call blocks its caller while events go on.
@@ -35,7 +36,8 @@ class Ask {
   /// Full name of an existing file, "/" as separator; nothing when the user cancels.
   virtual std::optional<std::string> Open_Name(const File_Question& question) = 0;
 
-  /// Full name to save to, with the default extension added and the overwrite question answered.
+  /// Full name to save to, with the default extension added and, if asked for, the overwrite question
+  /// answered.
   virtual std::optional<std::string> Save_Name(const File_Question& question) = 0;
 };
 

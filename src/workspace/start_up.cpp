@@ -1,6 +1,7 @@
 #include "workspace/start_up.h"
 
 #include "boxlink/link_state.h"
+#include "logging/log_state.h"
 #include "platform/files.h"
 #include "platform/seams.h"
 #include "sensors/definition_file.h"
@@ -48,6 +49,7 @@ void Reset_State() {
   Reset_Box_Settings();
   Reset_Setting_Summary();
   Reset_Summary_Commands();
+  Reset_Log_State();
 }
 
 }  // namespace

@@ -62,6 +62,7 @@ void Fit_To_Screen(QMessageBox& box) {
 void Prepare(QFileDialog& dialog, const File_Question& question) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setOption(QFileDialog::HideNameFilterDetails);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.asks_to_replace);
   if (!question.title.empty()) dialog.setWindowTitle(QString::fromStdString(question.title));
   dialog.setDirectory(Directory(question.directory));
   dialog.setNameFilters(Name_Filters(question.filter));
