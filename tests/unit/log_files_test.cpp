@@ -246,6 +246,22 @@ TEST_F(Log_Files, Default_Settings_File) {
   Save_as_Default_File_Click();
 }
 
+TEST_F(Log_Files, The_Supplied_Settings_Open_Without_A_Box) {
+  for (const char* name : {"KXBenchPro", "KXBenchAlt", "KXBench_StandAlone", "Qrt3", "Qrt3i"}) {
+    const std::string file = std::string(name) + "_Default_Log_Settings.kxl";
+    std::filesystem::copy_file(std::string(KXBENCH_DATA) + "/" + file, folder_.Path(file));
+    Log_Settings_File_Name = file;
+    Reset_Log_State();
+    Load_Log_Window();
+    EXPECT_EQ(Signal_Row(26).sensor, 5) << name;
+    EXPECT_EQ(Signal_Row(39).custom_name, "Option") << name;
+    EXPECT_EQ(log_settings.txt_Show_Log_Interval, "0.5") << name;
+    EXPECT_TRUE(Log_New_Format) << name;
+    EXPECT_EQ(Signal_Caption(5), "IGNITION [Deg]") << name;
+    EXPECT_EQ(Log_Sens_Def_Tab, Parse_Log_Sensors(Default_Log_Sensor_Block())) << name;
+  }
+}
+
 TEST_F(Log_Files, File_Panel) {
   folder_.Write("b.KXL", "no log");
   folder_.Write(
