@@ -34,10 +34,10 @@ std::string File_Bytes() {
 
 /// Replaces the file; one that is write protected after a question.
 platform::File_Result Write_Asking(const std::string& path, const std::string& bytes) {
-  const auto result = platform::Replace_File(path, bytes);
+  auto result = platform::Replace_File(path, bytes);
   if (result.Ok() || !platform::Is_Write_Protected(path)) return result;
   if (!Ask_Yes_No("The file is write protected. Do you want to overwrite?")) return result;
-  const auto allowed = platform::Allow_Writing(path);
+  auto allowed = platform::Allow_Writing(path);
   return allowed.Ok() ? platform::Replace_File(path, bytes) : allowed;
 }
 

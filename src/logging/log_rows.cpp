@@ -142,7 +142,7 @@ void Row_Decoder::Decode(std::string_view row, int n) {
   }
 }
 
-void Row_Decoder::Store(const Slot& slot, std::size_t n, std::string_view field) const {
+void Row_Decoder::Store(const Slot& slot, std::size_t n, std::string_view field) {
   const double number = Val_Any(field);
   Put(slot.column[n], Log_Sensor_Value(*slot.sensor, number).value_or(Log_Array::empty));
   if (slot.raw_copy != nullptr) slot.raw_copy[n] = number;

@@ -56,7 +56,7 @@ class Row_Decoder {
 
   void Add_Slot(int slot);
   [[nodiscard]] const double* Values_Of(int number, const Log_Sensor& sensor);
-  void Store(const Slot& slot, std::size_t n, std::string_view field) const;
+  static void Store(const Slot& slot, std::size_t n, std::string_view field);
 
   Log_Array& target_;
   int last_slot_;

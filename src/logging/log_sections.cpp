@@ -113,10 +113,10 @@ std::size_t After_Start(std::string_view data) {
 /// True when a line of @p text begins like a row: "3.2500 128".
 bool Has_Row(std::string_view text) {
   constexpr std::size_t shortest = 10;
-  for (const std::string_view line : Lines_Of(text)) {
-    if (line.size() >= shortest && (line[1] == '.' || line[1] == ',') && line[6] == ' ') return true;
-  }
-  return false;
+  const auto lines = Lines_Of(text);
+  return std::any_of(lines.begin(), lines.end(), [](std::string_view line) {
+    return line.size() >= shortest && (line[1] == '.' || line[1] == ',') && line[6] == ' ';
+  });
 }
 
 /// Where the first row stands in a data section, or none. A header starts the rows, unless it came again
