@@ -60,8 +60,7 @@ std::string Line_Ended(std::string text) {
 /// Opening line and content, a line end behind; nothing when the section is missing.
 std::string Opened_Section(std::string_view text, Log_Section section) {
   const std::string_view open = Brackets_Of(section).open;
-  std::size_t at = Find_Line(text, open);
-  if (at == none) at = text.find(open);
+  const std::size_t at = Find_Line(text, open);
   if (at == none) return {};
   const std::size_t end = End_Of_Content(text, section, at + open.size());
   return Line_Ended(std::string(text.substr(at, end - at)));
@@ -76,14 +75,17 @@ std::string Data_Section(std::string_view text, std::string_view start_string) {
   const std::size_t bare = text.find(header_of_bare_rows);
   if (opened.empty() && bare != none) {
     opened = std::string(Brackets_Of(Log_Section::data).open) + Crlf() + std::string(start_string) + Crlf();
-    opened = Line_Ended(opened.append(text.substr(bare)));
+    opened += text.substr(bare, End_Of_Content(text, Log_Section::data, bare) - bare);
+    opened = Line_Ended(std::move(opened));
   }
   if (opened.empty()) return Empty_Section(Log_Section::data);
   return Closed(std::move(opened), Log_Section::data) + Crlf();
 }
 
-/// @p file with CR LF for each LF alone.
+/// @p file with CR LF for each LF alone, and without the mark that some editors put before the first line.
 std::string With_Whole_Line_Ends(std::string_view file) {
+  constexpr std::string_view editor_mark = "\xEF\xBB\xBF";
+  if (file.starts_with(editor_mark)) file.remove_prefix(editor_mark.size());
   std::string text;
   text.reserve(file.size() + file.size() / 64);
   for (std::size_t from = 0; from < file.size();) {

@@ -9,6 +9,7 @@
 #include "settings/image.h"
 #include "support/file_size_limit.h"
 #include "support/log_fixture.h"
+#include "support/test_folders.h"
 
 namespace kx::test {
 namespace {
@@ -76,6 +77,10 @@ TEST_F(Log_Files, Sections_In_Any_Shape) {
   const Log_Sections bare = Split_Log_File("x\r\nRPM AN1 AN2 AN3\r\n1.0", "La");
   EXPECT_EQ(bare.data, "[log_data]\r\nLa\r\nRPM AN1 AN2 AN3\r\n1.0\r\n[end log_data]\r\n");
   EXPECT_FALSE(bare.settings_found);
+  EXPECT_EQ(Split_Log_File("RPM AN1\r\n1.0\r\n[end_log_data]\r\nx", "a").data,
+            "[log_data]\r\na\r\nRPM AN1\r\n1.0\r\n[end log_data]\r\n");
+  EXPECT_EQ(Join_Log_File(Split_Log_File("\xEF\xBB\xBF" + whole, "a")), whole);
+  EXPECT_FALSE(Split_Log_File("a remark on [log_settings]\r\nx", "a").settings_found);
   EXPECT_EQ(Split_Log_File("", "a").data, "[log_data]\r\n[end log_data]\r\n");
 }
 
@@ -249,7 +254,7 @@ TEST_F(Log_Files, Default_Settings_File) {
 TEST_F(Log_Files, The_Supplied_Settings_Open_Without_A_Box) {
   for (const char* name : {"KXBenchPro", "KXBenchAlt", "KXBench_StandAlone", "Qrt3", "Qrt3i"}) {
     const std::string file = std::string(name) + "_Default_Log_Settings.kxl";
-    std::filesystem::copy_file(std::string(KXBENCH_DATA) + "/" + file, folder_.Path(file));
+    std::filesystem::copy_file(Shipped_Data() + file, folder_.Path(file));
     Log_Settings_File_Name = file;
     Reset_Log_State();
     Load_Log_Window();
