@@ -210,6 +210,7 @@ Drive_Row Drive::Next() {
   const int gear = Script.at(segment_).Gear;
   for (int i = 0; i < Steps_A_Row; ++i) Step();
   const bool in_one_gear = gear == Script.at(segment_).Gear && !slipped_;
+  if (!slipped_) rpm_ = Rpm_Of_Wheels();  // the speed has moved since the last step began
   Drive_Row row;
   row.Text = Row_Text();
   row.Rpm = rpm_;

@@ -58,7 +58,7 @@ void Mark_Saved(bool present) {
 void Read_And_Show(const std::string& bytes, bool default_file) {
   KX_Info_Data_File_Test(bytes, default_file);
   Read_All_Log_Setting_Variables();
-  KX_Log_Data_Read();
+  KX_Log_Data_Read(default_file);
   Show_Log(log_view_hooks.show_chart);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "logging/calculation_inputs.h"
 #include "logging/log_rows.h"
 #include "logging/log_sections.h"
 #include "logging/log_settings.h"
@@ -65,11 +66,12 @@ int Decode_Rows(std::string_view data_section, Log_Array& target) {
   return count;
 }
 
-void KX_Log_Data_Read() {
+void KX_Log_Data_Read(bool default_file) {
   const bool whole = Log_Chart_First == 1 && Log_Chart_Last == Log_Rows;
   LogArray.Clear();
   Log_Field_Count = Field_Count_Of(First_Data_Row(Row_Text(Log_Data_Text)));
   Log_Rows = Decode_Rows(Log_Data_Text, LogArray);
+  Calculate_Signals(LogArray, Log_Rows, Inputs_Of_Log(default_file));
   log_settings.txt_Log_Length = Log_Length_Text(Log_Rows);
   Fit_Chart_Range(whole);
   Show_Log(log_view_hooks.show_file);

@@ -16,8 +16,9 @@ void KX_Info_Data_File_Test(std::string_view file_text, bool default_file);
 
 /// Decodes all rows of Log_Data_Text into LogArray, which is emptied first, and runs the calculated signals.
 /// Log_Rows becomes the number of rows decoded; chart range and length follow it. Called when a file has been
-/// read, when a log ends and when a setting changes what the rows mean.
-void KX_Log_Data_Read();
+/// read, when a log ends and when a setting changes what the rows mean. @p default_file is true while the
+/// default log settings are being opened.
+void KX_Log_Data_Read(bool default_file = false);
 
 /// Decodes the rows of a data section into @p target, at most 6000; returns how many. A line that is shorter
 /// than the first row, is a header, or has a remark behind it is passed over, and the next one takes its

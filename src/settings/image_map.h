@@ -120,6 +120,12 @@ constexpr Field ignition_rpm_fine{ignition_flags, 0x20};
 constexpr Field individual_trim{ignition_flags, 0x40};
 constexpr Field ae_by_maf_signal{ignition_flags, 0x80};
 
+/// Where the calculations of a log look in the dataset that came with it. The map above has the load of the
+/// ignition table and the ignition modes elsewhere; which of the two the boxes that made old logs meant is
+/// open. A tune as reset reads the same by both.
+constexpr Field log_boost_input{load_base, 0x03};
+constexpr Field log_ignition_mode{boost_i, 0x0F};
+
 /// Sync flag of analog input 1 to 4, @p index 0 to 3.
 constexpr Field Analog_Sync(int index) { return {analog_sync, static_cast<std::uint8_t>(1U << index)}; }
 
