@@ -8,8 +8,7 @@
 namespace kx {
 namespace {
 
-/// Row next to @p row, ties to even; a place far outside is brought near before
-/// it becomes a whole number.
+/// Row next to @p row, ties to even; a place far outside is brought near before it becomes a whole number.
 int Row_At(double row, int rows) {
   return static_cast<int>(Round_Whole(std::clamp(row, 0.0, static_cast<double>(rows) + 1)));
 }

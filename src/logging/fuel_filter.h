@@ -4,8 +4,7 @@
 
 namespace kx {
 
-/// When the injection time counts as misread. Kept in the settings of a log;
-/// the defaults are the program's.
+/// When the injection time counts as misread. Kept in the settings of a log; the defaults are the program's.
 struct Fuel_Filter_Limits {
   double min_rpm = 3000;    ///< rpm above which the ratio may be learned
   double min_boost = 100;   ///< raw boost above which it may be learned, 0 to 255
@@ -14,12 +13,10 @@ struct Fuel_Filter_Limits {
   double boost_drop = -10;  ///< raw boost change a row; a larger drop explains falling fuel
 };
 
-/// Milliseconds of one injection period at one rpm: one injection each two
-/// turns.
+/// Milliseconds of one injection period at one rpm: one injection each two turns.
 inline constexpr double period_ms_rpm = 120000;
 
-/// Duty cycle in percent of @p injection_ms at @p rpm, in steps of 1; NaN when
-/// it is beyond all numbers.
+/// Duty cycle in percent of @p injection_ms at @p rpm, in steps of 1; NaN when it is beyond all numbers.
 [[nodiscard]] double Duty_Cycle(double rpm, double injection_ms);
 
 /// What one row gives to the filter.
@@ -38,14 +35,11 @@ struct Filtered_Fuel {
   double tot_duty = 0;             ///< likewise
 };
 
-/// Replaces an injection time that collapses at full load by that of an
-/// injector which stays open.
+/// Replaces an injection time that collapses at full load by that of an injector which stays open.
 ///
-/// When the injectors are saturated, the box's reading of the injection time
-/// can collapse although the engine is at full load. The filter learns the
-/// ratio of injection time to boost, knows a reading far below it for false,
-/// and then reports the injector as fully open. It must see the rows in their
-/// order.
+/// When the injectors are saturated, the box's reading of the injection time can collapse although the engine
+/// is at full load. The filter learns the ratio of injection time to boost, knows a reading far below it for
+/// false, and then reports the injector as fully open. It must see the rows in their order.
 class Fuel_Filter {
  public:
   explicit Fuel_Filter(const Fuel_Filter_Limits& limits) : limits_(limits) {}

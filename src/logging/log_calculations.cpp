@@ -28,16 +28,14 @@ void Put_Rounded(double& cell, double value, int decimals) {
   if (std::isfinite(value)) cell = Round_To(value, decimals);
 }
 
-/// Rows from @p first on that repeat its rpm, the first other row not counted;
-/// the last row ends a step.
+/// Rows from @p first on that repeat its rpm, the first other row not counted; the last row ends a step.
 std::size_t End_Of_Step(Log_Column rpm, std::size_t first) {
   std::size_t end = first + 1;
   while (end + 1 < rpm.size() && Number(rpm[end]) == Number(rpm[first])) ++end;
   return end;
 }
 
-/// Averages of @p count neighbours in their order; element i is of the rows
-/// from i on.
+/// Averages of @p count neighbours in their order; element i is of the rows from i on.
 std::vector<double> Averages(Log_Column source, std::size_t count) {
   std::vector<double> sums(source.size() - count + 1);
   for (std::size_t k = 0; k < count; ++k) {
@@ -66,8 +64,7 @@ void Calculate_Speed(const Calculation_Columns& columns, const Calculation_Input
   }
 }
 
-/// Road power between two rows, hp: change of kinetic energy, and drag at the
-/// earlier speed.
+/// Road power between two rows, hp: change of kinetic energy, and drag at the earlier speed.
 double Power_Between(double v0, double v1, const Calculation_Inputs& inputs) {
   return ((Squared(v1) - Squared(v0)) * (inputs.mass / 2)) * log_rows_a_second / watts_per_hp +
          (v0 * v0 * v0 * inputs.drag) / watts_per_hp;
@@ -90,9 +87,8 @@ void Calculate_Power(const Calculation_Columns& columns, const Calculation_Input
   if (power.size() > 1) power.back() = power[power.size() - 2];
 }
 
-/// Whether the engine turns is asked of the smoothed rpm, the division is by
-/// rpm; both are one after the run's first step but in a log that is too short
-/// to smooth.
+/// Whether the engine turns is asked of the smoothed rpm, the division is by rpm; both are one after the
+/// run's first step but in a log that is too short to smooth.
 void Calculate_Torque(const Calculation_Columns& columns, const Calculation_Inputs& inputs) {
   for (std::size_t i = 0; i < columns.torque.size(); ++i) {
     const double power = Number(columns.power[i]);

@@ -6,12 +6,11 @@
 #include "logging/fuel_filter.h"
 #include "logging/log_array.h"
 
-/// Power, torque, speed, acceleration and duty cycles of a log, computed from
-/// its rpm and injection times.
+/// Power, torque, speed, acceleration and duty cycles of a log, computed from its rpm and injection times.
 ///
-/// A column holds one signal, element 0 being row 1 of the log; NaN is an empty
-/// cell, which counts as 0 where it is read. A result that cannot be computed
-/// leaves its cell as it was. Columns of one log have one length.
+/// A column holds one signal, element 0 being row 1 of the log; NaN is an empty cell, which counts as 0 where
+/// it is read. A result that cannot be computed leaves its cell as it was. Columns of one log have one
+/// length.
 namespace kx {
 
 /// One signal of a log; empty for a signal that the log has no slot for.
@@ -55,25 +54,22 @@ struct Calculation_Columns {
   Log_Column difference;    ///< slot 34
 };
 
-/// The box measures rpm less often than it sends rows, so values repeat: draws
-/// straight lines over the steps of @p rpm into @p rpm2, to 2 decimals, and
-/// copies them back.
+/// The box measures rpm less often than it sends rows, so values repeat: draws straight lines over the steps
+/// of @p rpm into @p rpm2, to 2 decimals, and copies them back.
 void RPM2_Filter1(Log_Column rpm, Log_Column rpm2);
 
-/// Centred moving average over @p n rows to each side, to 2 decimals; the ends
-/// take the nearest average. Does nothing to a log of 2n + 1 rows or fewer. @p
-/// source and @p target may be one column.
+/// Centred moving average over @p n rows to each side, to 2 decimals; the ends take the nearest average. Does
+/// nothing to a log of 2n + 1 rows or fewer. @p source and @p target may be one column.
 void RPM2_Filter3(int n, Log_Column source, Log_Column target);
 
-/// Trailing moving average over a row and the @p n before it, ends and rounding
-/// as in RPM2_Filter3. Does nothing to a log of n + 1 rows or fewer.
+/// Trailing moving average over a row and the @p n before it, ends and rounding as in RPM2_Filter3. Does
+/// nothing to a log of n + 1 rows or fewer.
 void RPM2_Filter4(int n, Log_Column source, Log_Column target);
 
 /// The whole run in its order, RPM2_Filter1 included.
 void Calculate_Columns(const Calculation_Columns& columns, const Calculation_Inputs& inputs);
 
-/// The same over rows 1 to @p rows of @p log, by the slots of the log's layout.
-/// Called by KX_Log_Data_Read.
+/// The same over rows 1 to @p rows of @p log, by the slots of the log's layout. Called by KX_Log_Data_Read.
 void Calculate_Signals(Log_Array& log, int rows, const Calculation_Inputs& inputs);
 
 }  // namespace kx

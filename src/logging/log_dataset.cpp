@@ -12,8 +12,7 @@ namespace {
 constexpr std::string_view opening = "[log_dataset]";
 constexpr std::string_view closing = "[end log_dataset]";
 
-/// Text between the opening line and the closing one; empty when either is
-/// missing.
+/// Text between the opening line and the closing one; empty when either is missing.
 std::string_view Lines_Of(std::string_view text) {
   const std::size_t start = text.find(opening);
   if (start == std::string_view::npos) return {};

@@ -1,6 +1,7 @@
 #include "workspace/start_up.h"
 
 #include "boxlink/link_state.h"
+#include "logging/live_log.h"
 #include "logging/log_state.h"
 #include "platform/files.h"
 #include "platform/seams.h"
@@ -17,6 +18,7 @@
 #include "settings/presets.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
+#include "settings/text_encoding.h"
 #include "workspace/analog2.h"
 #include "workspace/box_settings.h"
 #include "workspace/history.h"
@@ -30,7 +32,16 @@
 namespace kx {
 namespace {
 
+/// A log carries the report as file text, from bracket line to bracket line.
+std::string Report_For_Log() {
+  Update_Readable_Setting_Window();
+  std::string report = To_Windows_1252(Readable_Settings);
+  while (report.ends_with('\n') || report.ends_with('\r')) report.pop_back();
+  return report;
+}
+
 void Reset_State() {
+  Reset_Live_Log();
   Reset_Refresh_State();
   Reset_Image_State();
   Reset_Session_State();
@@ -62,6 +73,7 @@ void Prepare_Start() {
 }
 
 void Load_Event() {
+  live_log_hooks.readable_settings = Report_For_Log;
   if (const auto interface = Read_Key("Default_Interface")) Default_Interface = *interface;
   Init_MAF_Sim();
   Init_ini_file();

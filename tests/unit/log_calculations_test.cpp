@@ -156,8 +156,7 @@ TEST(Log_Calculations, Smoothing_Reaches_Both_Rpm_And_Power) {
   Calculate_Columns(log.Columns(), inputs);
   EXPECT_EQ(log.cells[0], log.rpm2);
   EXPECT_THAT(log.rpm2, ElementsAreArray(Cells({3005, 3005, 3008, 3017, 3017})));
-  // 3005 to 3008 and on to 3017 give 25.9 and 77.8 hp before the average of two
-  // rows
+  // 3005 to 3008 and on to 3017 give 25.9 and 77.8 hp before the average of two rows
   EXPECT_THAT(log.power, ElementsAreArray(Cells({10, 10, 22.95, 51.85, 51.85})));
 }
 
@@ -235,8 +234,7 @@ void Expect_Filtered(const std::vector<Filter_Step>& steps) {
 TEST(Fuel_Filter, Each_Branch) {
   using enum Verdict;
   const Filter_Step load = {{200, 5000, 16, 16}, plain};  // teaches 0.08 ms a count
-  // Before anything is learned nothing is false, and a total beyond the period
-  // is cut.
+  // Before anything is learned nothing is false, and a total beyond the period is cut.
   Expect_Filtered({{{200, 2000, 1, 1}, plain}, {{50, 5000, 12, 30}, total_full}});
   // Saturated at once: 24 ms of 24.
   Expect_Filtered({{{200, 5000, 24, 10}, full}});

@@ -1,0 +1,275 @@
+#include "logging/live_log_owner.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <functional>
+#include <utility>
+
+#include "boxlink/comm_port.h"
+#include "boxlink/protocol.h"
+#include "logging/file_panel.h"
+#include "logging/live_log.h"
+#include "logging/log_array.h"
+#include "logging/log_files.h"
+#include "logging/log_reader.h"
+#include "logging/log_settings.h"
+#include "logging/log_state.h"
+#include "platform/seams.h"
+#include "settings/message.h"
+#include "settings/numbers.h"
+#include "settings/refresh.h"
+#include "settings/session.h"
+#include "settings/text_encoding.h"
+
+namespace kx {
+namespace {
+
+constexpr const char* kept_tune_name = "tmp_kxs_file.kxs";
+constexpr int least_update_ms = 50;
+constexpr double counted_seconds = 0.5;  // that an update tick counts in log-to-file-only mode
+constexpr double longest_counted = log_capacity / log_rows_a_second - 50;
+constexpr const char* overload_text =
+    "The computer can not handle this logging speed. Please lower the number "
+    "of seconds to show or increase "
+    "the update interval";
+constexpr const char* both_text =
+    "There were both a delayed start, and some interruption of log. Current "
+    "box settings were therefore not "
+    "read.";
+constexpr const char* delayed_text =
+    "There were a delay before logging started. Current box settings were "
+    "therefore not read.";
+constexpr const char* interrupted_text = "There were some interruptions during the log";
+
+/// Interval of the update tick by the user's text, ms; the number rule reads "0,5" as it does everywhere.
+int Update_Interval() {
+  const int ms = To_Int16(Val_Any(log_settings.txt_Show_Log_Interval) * 1000);
+  return ms > 0 ? ms : least_update_ms;
+}
+
+void Set_Update_Interval() {
+  try {
+    live_timers.Timer1->Set_Interval(Update_Interval());
+  } catch (const std::exception& failure) {
+    Tell(failure.what(), platform::Icon::critical);
+  }
+}
+
+/// Sets a flag for as long as it lives, whatever happens meanwhile.
+class Flag_Guard {
+ public:
+  explicit Flag_Guard(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Flag_Guard() { flag_ = false; }
+  Flag_Guard(const Flag_Guard&) = delete;
+  Flag_Guard& operator=(const Flag_Guard&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+/// A step of the stop sequence: what fails in it must not keep the next from saving the log.
+void Try(const std::function<void()>& step) {
+  try {
+    step();
+  } catch (const std::exception& failure) {
+    Tell(failure.what(), platform::Icon::critical);
+  }
+}
+
+void Decode_Whole_Log() {
+  KX_Log_Data_Read();
+  Show_Whole_Log();
+  Show_Log(log_view_hooks.show_chart);
+}
+
+}  // namespace
+
+void Kept_Tune::Keep() {
+  image_ = CardByte;
+  name_ = card_data_file;
+  kept_ = true;
+  std::string lines;
+  for (int i = 0; i < Byte_Image::size; ++i) lines += std::to_string(CardByte[i]) + Crlf();
+  (void)platform::Replace_File(start_dir + kept_tune_name, lines);
+}
+
+void Kept_Tune::Bring_Back() {
+  if (!kept_) return;
+  kept_ = false;
+  CardByte = image_;
+  card_data_file = name_;
+  Set_Title(name_);
+  Refresh_Whole_Image();
+}
+
+void Note_Log_Begin() {
+  log_settings.txt_Log_Date = platform::seams.clock->Date_Text();
+  log_settings.txt_Log_Time = platform::seams.clock->Time_Text();
+  Show_Log(log_view_hooks.show_file);
+}
+
+void Trim_Log_Data() {
+  Log_Data_Text.resize(Whole_Lines(Log_Data_Text).size());
+  Log_Data_Text += "[end log_data]" + Crlf();
+}
+
+void Live_Log::Begin() {
+  Note_Log_Begin();
+  directory_ = Log_Directory;
+  Log_File_Name = From_Windows_1252(log_settings.txt_Default_Save_Name) + ".kxl";
+  Log_File_Present = true;
+  Log_File_Named = false;
+  Reset_File_Panel();
+  Mark_Log_Unsaved();
+  Update_All_Log_Setting_Variables();
+  Log_Data_Text = "[log_data]" + Crlf();
+  backup_.Init_Logg_Backup_File(log_settings.txt_Log_Date, log_settings.txt_Log_Time);
+  reception_.Log_Start_String = log_settings.Log_Start_String;
+  reception_.Log_Reception_On = true;
+  live_timers.timer_LogAlert->Set_Enabled(true);
+  Set_Update_Interval();
+  live_timers.Timer1->Set_Enabled(true);
+  Show_Live_Log();
+  try {
+    Drop_Input();
+    MSComm1.Output(reception_.Log_Start_String);
+  } catch (const Failure&) {
+    Tell_Lost_Once();
+  }
+}
+
+void Live_Log::Receive() {
+  if (Log_OnComm_Busy || !reception_.Log_Reception_On) return;
+  if (MSComm1.InBufferCount() <= log_receive_threshold) return;
+  const Flag_Guard busy(Log_OnComm_Busy);
+  const Chunk_Outcome outcome = Take_Chunk(reception_, Log_Data_Text, MSComm1.Input());
+  if (outcome.begins) live_timers.Timer1->Set_Enabled(true);
+  if (outcome.first) Set_Alert(Shown_Alert::none);
+  backup_.Print(outcome.backup);
+}
+
+void Live_Log::Set_Alert(Shown_Alert alert) {
+  alert_ = alert;
+  Show_Live_Log();
+}
+
+void Live_Log::Alert_Tick() {
+  const Alert_Action action = Note_Alert_Tick(reception_, Log_Data_Text);
+  if (action == Alert_Action::blink) {
+    inverted_ = !inverted_;
+    return Set_Alert(Shown_Alert::logging);
+  }
+  if (action != Alert_Action::resend) {
+    live_timers.Timer1->Set_Enabled(false);
+    Set_Alert(Shown_Alert::no_connection);
+  }
+  try {
+    Touch_Port(action);
+  } catch (const Failure&) {
+    Tell_Lost_Once();
+  }
+}
+
+void Live_Log::Touch_Port(const Alert_Action& action) {
+  if (action != Alert_Action::flush) return MSComm1.Output(reception_.Log_Start_String);
+  MSComm1.InputLen = 0;
+  Drop_Input();
+  MSComm1.InputLen = log_chunk_length_recovered;
+}
+
+/// While the rows are decoded and drawn no chunk is taken: what waits in the port afterwards tells whether
+/// the computer keeps up. A log whose chart fails goes on being received.
+void Live_Log::Update_Tick() {
+  if (log_settings.check_LogToFileOnly) return Count_File_Time();
+  reception_.Log_Reception_On = false;
+  live_timers.Timer1->Set_Enabled(false);
+  try {
+    Log_Stopped_By_Overload = MSComm1.InBufferCount() > log_overload_limit;
+  } catch (const Failure&) {
+    return Tell_Lost_Once();
+  }
+  if (Log_Stopped_By_Overload) {
+    cmd_Open_Com_Click();
+    return Tell(overload_text, platform::Icon::critical);
+  }
+  try {
+    Update_Live_Chart();
+  } catch (const std::exception& failure) {
+    Tell_Failed_Once(failure.what());
+  }
+  reception_.Log_Reception_On = true;
+  live_timers.Timer1->Set_Enabled(Log_Running());
+}
+
+void Live_Log::Update_Live_Chart() {
+  const bool too_long = KX_Log_Row_Data_Read(reception_.Log_Rx_Text);
+  if (too_long) {
+    Fast_Save_Long_Log_File();
+  } else {
+    Split_If_Long();
+  }
+  cmd_Show_Current_Data_Click();
+  const double width = Val_Any(log_settings.txt_Show_Log_Sek) * log_rows_a_second;
+  Log_Chart_Last = std::min(Log_Row_Count, log_capacity);
+  Log_Chart_First =
+      std::max(1, static_cast<int>(Log_Chart_Last - std::clamp(Round_Whole(width), 0.0, 6000.0)));
+  Show_Log(log_view_hooks.show_chart);
+}
+
+void Live_Log::Count_File_Time() {
+  reception_.Log_Rx_Text.clear();
+  Log_Elapsed += counted_seconds;
+  log_settings.txt_Log_Length = Format(Log_Elapsed, "0.00") + " s";
+  Show_Live_Log();
+  Show_Log(log_view_hooks.show_file);
+  if (Log_Elapsed > longest_counted) {
+    Fast_Save_Long_Log_File();
+    Log_Elapsed = 0;
+    Note_Log_Begin();
+  } else {
+    Split_If_Long();
+  }
+}
+
+void Live_Log::Tell_Lost_Once() {
+  if (!std::exchange(lost_told_, true)) Tell(lost_connection, platform::Icon::critical);
+}
+
+void Live_Log::Tell_Failed_Once(const std::string& what) {
+  if (!std::exchange(failure_told_, true)) Tell(what, platform::Icon::critical);
+}
+
+void Live_Log::Leave_Line() {
+  reception_.Log_Reception_On = false;
+  try {
+    if (!Log_Stopped_By_Overload) MSComm1.Output(" ");
+  } catch (const Failure&) {
+    // A line that is lost takes no blank, and the box behind it has nobody to stream to.
+  }
+  MSComm1.Set_PortOpen(false);
+  MSComm1.OnComm = MSComm1_OnComm;
+}
+
+void Live_Log::Finish() {
+  Try([&] { backup_.Finalize_Logg_Backup_File(log_settings.check_SettingsInLogg); });
+  Trim_Log_Data();
+  if (Log_Chunk_No != 0) Log_Directory = directory_;
+  if (!log_settings.check_LogToFileOnly) Try(Decode_Whole_Log);
+  Mark_Log_Unsaved();
+  if (log_settings.check_AutoSave) Try([] { (void)Log_File_Auto_Save(); });
+  Try([&] { tune_.Bring_Back(); });
+  cmd_Show_Current_Data_Clear();
+  Show_Live_Log();
+  Report();
+}
+
+void Live_Log::Report() const {
+  const bool delayed = reception_.Log_Delayed_Start;
+  const bool interrupted = reception_.Log_Had_Interruption;
+  if (!delayed && !interrupted) return;
+  const char* text = delayed && interrupted ? both_text : delayed ? delayed_text : interrupted_text;
+  Tell(text, platform::Icon::information);
+}
+
+}  // namespace kx

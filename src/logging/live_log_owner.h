@@ -1,0 +1,116 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "logging/log_backup.h"
+#include "logging/log_reception.h"
+#include "platform/event_loop.h"
+#include "settings/image.h"
+
+/// The inside of the live log: one object from the opened port to the end of the log. Only the files of the
+/// live log use this.
+namespace kx {
+
+/// Characters that must wait before the receive handler takes a chunk, and the longest chunk.
+inline constexpr int log_receive_threshold = 130;
+inline constexpr int log_chunk_length = 400;
+inline constexpr int log_chunk_length_recovered = 200;
+
+/// Waiting characters at an update tick from which on the computer has fallen behind.
+inline constexpr int log_overload_limit = 1200;
+
+/// Decoded rows after which a log goes on in the next file; further lines than that are kept out of a file.
+inline constexpr int log_split_rows = 5900;
+
+enum class Shown_Alert { none, logging, no_connection };
+
+/// The tune in use while the box's own settings go into a log; kept in memory and in tmp_kxs_file.kxs.
+class Kept_Tune {
+ public:
+  /// Keeps the tune. A file that cannot be written does not stop the log.
+  void Keep();
+
+  /// Brings the tune back and refreshes the main form; nothing unless it was kept.
+  void Bring_Back();
+
+ private:
+  Byte_Image image_;
+  std::string name_;  // of the tune's file: a read that fails takes it away
+  bool kept_ = false;
+};
+
+/// One live log. Made when the port is open, gone when the log has ended; a handler that runs when that
+/// happens holds it until it returns.
+class Live_Log {
+ public:
+  explicit Live_Log(Kept_Tune tune) : tune_(tune) {}
+
+  /// From the cleared log to the start string.
+  void Begin();
+
+  /// One receive event of the port.
+  void Receive();
+
+  /// timer_LogAlert, 750 ms.
+  void Alert_Tick();
+
+  /// Timer1, at the user's interval.
+  void Update_Tick();
+
+  /// Stops the stream and gives the port back. The first half of the one way out.
+  void Leave_Line();
+
+  /// The second half: backup, decoding, saving, the tune and the report.
+  void Finish();
+
+  [[nodiscard]] Shown_Alert Alert() const { return alert_; }
+  [[nodiscard]] bool Alert_Inverted() const { return inverted_; }
+
+ private:
+  void Set_Alert(Shown_Alert alert);
+  void Touch_Port(const Alert_Action& action);
+  void Update_Live_Chart();
+  void Count_File_Time();
+  void Split_If_Long();
+  void Fast_Save_Long_Log_File();
+  void Begin_Next_Part(const std::string& carried);
+  void Tell_Lost_Once();
+  void Tell_Failed_Once(const std::string& what);
+  void Report() const;
+
+  Log_Reception reception_;
+  Log_Backup backup_;
+  Kept_Tune tune_;
+  std::string directory_;  // of all parts, as it was at the start
+  Shown_Alert alert_ = Shown_Alert::none;
+  bool inverted_ = false;
+  bool Log_OnComm_Busy = false;
+  bool Log_Stopped_By_Overload = false;
+  double Log_Elapsed = 0;  // s counted in log-to-file-only mode since the file began
+  bool may_split_ = true;  // cleared by a part that could not be saved: all that follows stays with it
+  bool lost_told_ = false;
+  bool failure_told_ = false;
+};
+
+/// The timers of the live log, made at the first start.
+struct Live_Timers {
+  std::unique_ptr<platform::Interval_Timer> Timer1;
+  std::unique_ptr<platform::Interval_Timer> timer_LogAlert;
+};
+extern Live_Timers live_timers;
+
+/// Tells the windows.
+void Show_Live_Log();
+
+/// Date and time of a log, or part, that begins now, into the settings.
+void Note_Log_Begin();
+
+/// "[log_data]" cut behind its last line feed, closed by "[end log_data]".
+void Trim_Log_Data();
+
+/// Decodes the whole rows of @p rx into LogArray from row Log_Row_Count + 1 on; half a row stays. True when
+/// the log has become too long for one file, with what follows the row in question not decoded.
+[[nodiscard]] bool KX_Log_Row_Data_Read(std::string& rx);
+
+}  // namespace kx

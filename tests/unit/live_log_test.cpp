@@ -1,0 +1,364 @@
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "boxlink/transfer.h"
+#include "logging/live_log.h"
+#include "logging/log_array.h"
+#include "logging/log_backup.h"
+#include "logging/log_reception.h"
+#include "settings/message.h"
+#include "sim/drive.h"
+#include "support/live_log_fixture.h"
+#include "support/workspace_fixture.h"
+#include "workspace/shut_down.h"
+
+namespace kx {
+namespace {
+
+using namespace testing;
+using platform::Answer;
+
+constexpr const char* delayed =
+    "There were a delay before logging started. Current box settings were therefore not read.";
+constexpr const char* interrupted = "There were some interruptions during the log";
+constexpr const char* both =
+    "There were both a delayed start, and some interruption of log. Current box settings were therefore not "
+    "read.";
+constexpr const char* unsaved_question = "Do you want to save current log file: KXLog-.kxl?";
+
+using Live_Log_Test = test::Live_Log_Fixture;
+
+TEST_F(Live_Log_Test, A_Drive_From_Start_To_Stop) {
+  Click();
+  EXPECT_EQ(Shown_Live_Log().button, "STOP");
+  EXPECT_FALSE(Shown_Live_Log().log_buttons_enabled);
+  EXPECT_TRUE(Transfer_Running());
+  loop_.Run(10);
+  EXPECT_TRUE(Shown_Live_Log().logging_alert);
+  EXPECT_GE(Log_Row_Count, 180);
+  EXPECT_EQ(Log_Chart_Last, Log_Row_Count);
+  EXPECT_EQ(Log_Chart_First, Log_Row_Count - 100);
+  EXPECT_THAT(live_values[0].text, MatchesRegex("[0-9]+ rpm"));
+  EXPECT_THAT(live_values[1].text, MatchesRegex("[0-9]\\.[0-9]{2} V"));
+  const bool inverted = Shown_Live_Log().alert_inverted;
+  loop_.Run(0.75);
+  EXPECT_NE(Shown_Live_Log().alert_inverted, inverted);
+  Click();
+  EXPECT_EQ(Shown_Live_Log().button, "START");
+  EXPECT_FALSE(MSComm1.PortOpen() || Transfer_Running() || Log_Running());
+  EXPECT_EQ(port_.Sent(), "a ");
+  const std::string rows = Rows_In(Log_Data_Text);
+  EXPECT_EQ(Log_Data_Text, "[log_data]\r\na\r\n" + rows + "[end log_data]\r\n");
+  EXPECT_EQ(rows, Drive_Rows(2, rows.size()));  // the first chunk was two whole rows
+  EXPECT_EQ(Log_Rows * 85, static_cast<int>(rows.size()));
+  EXPECT_GE(Log_Rows, 210);
+  EXPECT_EQ(LogArray(Log_Rows, 1), std::stod(rows.substr(rows.size() - 85)) * 1000);
+  EXPECT_TRUE(LogArray.Has(Log_Rows, 22));
+  EXPECT_EQ(Log_Window_Caption(), "*KXLog-.kxl");
+  EXPECT_EQ(live_values[0].text, "");
+  const std::string backup = folder_.Read(log_backup_name);
+  EXPECT_THAT(backup, StartsWith("[log_data] 'Backup of last made logging 2031-05-17 10:00:00\r\n" + rows));
+  EXPECT_THAT(backup, HasSubstr("\r\n[end_log_data]\r\n\r\n[log_settings]\r\n"));
+  EXPECT_THAT(backup, EndsWith("[end log_sens_def]\r\n\r\n"));
+  EXPECT_FALSE(Is_Unfinished_Backup(backup));
+}
+
+/// What was received is in the log whatever the line does, the texts are right, and the next log works.
+struct Fault_Case {
+  const char* knobs;
+  const char* report;  ///< nullptr for none
+  int marks;           ///< rows with a remark
+};
+
+TEST_F(Live_Log_Test, Faults_Of_The_Line) {
+  const Fault_Case cases[] = {{"log_late=2", delayed, 0},
+                              {"log_off=60:2", interrupted, 1},
+                              {"log_late=1,log_off=60:3", both, 1},
+                              {"refuse,on=a,from=60,times=20", interrupted, 1},
+                              {"half,on=a,from=50,times=1", nullptr, 0},
+                              {"garbage,on=a,from=50,times=3", nullptr, 0},
+                              {"drop=1%,on=a", nullptr, 0},
+                              {"single,on=a", nullptr, 0},
+                              {"log_header", nullptr, 0}};
+  for (const Fault_Case& c : cases) {
+    SCOPED_TRACE(c.knobs);
+    Plug_In(c.knobs);
+    Click();
+    loop_.Run(12);
+    if (c.report != nullptr) ask_.Expect(c.report);
+    Click();
+    EXPECT_EQ(Marks(), c.marks);
+    EXPECT_EQ(Log_Data_Text.find("a 'Delayed start") != std::string::npos,
+              std::string(c.knobs).starts_with("log_late"));
+    EXPECT_GT(Log_Rows, 100);
+    EXPECT_THAT(LogArray(Log_Rows, 1), AllOf(Gt(0), Lt(10000)));
+    ask_.Expect_None_Left();
+    Log_File_Unsaved = false;
+  }
+}
+
+TEST_F(Live_Log_Test, A_Box_That_Never_Answers_Is_Asked_Again_And_Again) {
+  Plug_In("refuse");
+  Click();
+  loop_.Run(3.1);
+  EXPECT_TRUE(Shown_Live_Log().no_connection_alert);
+  EXPECT_FALSE(Shown_Live_Log().logging_alert);
+  EXPECT_EQ(port_.Sent(), "aaaaa");
+  ask_.Expect(delayed);
+  Click();
+  EXPECT_EQ(Log_Rows, 0);
+  EXPECT_EQ(Log_Data_Text, "[log_data]\r\n[end log_data]\r\n");
+}
+
+TEST_F(Live_Log_Test, A_Computer_That_Falls_Behind_Stops_The_Log) {
+  log_view_hooks.show_chart = [this] {
+    if (Log_Running()) clock_.Advance(4);
+  };
+  ask_.Expect(
+      "The computer can not handle this logging speed. Please lower the number of seconds to show or "
+      "increase "
+      "the update interval",
+      Answer::ok, [this] { log_view_hooks.show_chart = nullptr; });
+  Click();
+  for (int i = 0; i < 20000 && Log_Running(); ++i) loop_.Do_Events();
+  EXPECT_FALSE(Log_Running());
+  EXPECT_EQ(port_.Sent(), "a");  // no blank: the box streams on
+  EXPECT_EQ(ask_.last_box.icon, platform::Icon::critical);
+  EXPECT_GT(Log_Rows, 0);
+  Expect_Next_Log_Works();
+}
+
+TEST_F(Live_Log_Test, A_Port_That_Does_Not_Open_Leaves_Everything_As_It_Was) {
+  Click();
+  loop_.Run(3);
+  Click();
+  Log_File_Unsaved = false;
+  const std::string log = Log_Data_Text;
+  port_.refuse = [](const std::string&) { return platform::Port_Error{2, "gone"}; };
+  ask_.Expect("Could not open Com port. Please check settings");
+  Click();
+  EXPECT_FALSE(Log_Running() || Transfer_Running());
+  EXPECT_EQ(Log_Data_Text, log);
+  EXPECT_TRUE(Shown_Live_Log().button_enabled);
+  port_.refuse = nullptr;
+  Expect_Next_Log_Works();
+}
+
+TEST_F(Live_Log_Test, A_Pulled_Cable_Is_Told_Once_And_Costs_No_Row) {
+  Click();
+  loop_.Run(3);
+  const std::string received = Log_Data_Text;
+  port_.Lose();
+  ask_.Expect("Lost connection with USB port");
+  loop_.Run(5);
+  EXPECT_TRUE(Log_Running());
+  EXPECT_TRUE(Shown_Live_Log().no_connection_alert);
+  ask_.Expect(interrupted);
+  Click();
+  EXPECT_THAT(Log_Data_Text, StartsWith(std::string(Whole_Lines(received))));
+  Expect_Next_Log_Works();
+}
+
+TEST_F(Live_Log_Test, A_Line_Error_Is_Told_And_The_Log_Goes_On) {
+  Click();
+  loop_.Run(1);
+  ask_.Expect("Communication error. Check connection and power.");
+  port_.on_event(platform::Line_Event::framing);
+  loop_.Run(2);
+  Click();
+  EXPECT_GT(Log_Rows, 40);
+}
+
+TEST_F(Live_Log_Test, Clocks_That_Step_Do_Not_Matter) {
+  clock_.Set_Time_Of_Day(86399);
+  Click();
+  loop_.Run(2);
+  clock_.Set_Time_Of_Day(100);
+  loop_.Run(2);
+  clock_.Advance(30);  // the computer sleeps, and the box streams into the void
+  Plug_In("");
+  ask_.Expect(interrupted);
+  loop_.Run(3);
+  Click();
+  EXPECT_EQ(Marks(), 1);
+  EXPECT_GT(Log_Rows, 80);
+}
+
+TEST_F(Live_Log_Test, Settings_Of_The_Box_Go_Into_The_Log_And_The_Tune_Comes_Back) {
+  log_settings.check_SettingsInLogg = true;
+  live_log_hooks.readable_settings = [] { return "[readable_settings]\r\nx\r\n[end readable_settings]"; };
+  CardByte[100] = 77;
+  CardByte[map::dataset] = 108;
+  const Byte_Image mine = CardByte;
+  std::vector<std::string> buttons;
+  live_log_hooks.show = [&] { buttons.push_back(Shown_Live_Log().button); };
+  Click();
+  EXPECT_THAT(buttons, Contains("Reading box settings"));
+  EXPECT_EQ(CardByte[100], test::Sample_Tune()[100]);
+  const std::string kept = folder_.Read("tmp_kxs_file.kxs");
+  EXPECT_THAT(kept, StartsWith(std::to_string(mine[0]) + "\r\n"));
+  EXPECT_EQ(std::ranges::count(kept, '\n'), 256);
+  loop_.Run(2);
+  Click();
+  EXPECT_EQ(CardByte, mine);
+  EXPECT_THAT(Readable_Settings_Text, HasSubstr("\r\nx\r\n"));
+  EXPECT_EQ(std::ranges::count(Log_Dataset_Text, '\n'), 257);
+  EXPECT_THAT(folder_.Read(log_backup_name), HasSubstr("[end log_dataset]"));
+
+  Log_File_Unsaved = false;
+  Plug_In("refuse,on=rd");  // the next log must not carry the settings of this one
+  card_data_file = "Mine.kxs";
+  ask_.Expect("Could not read");
+  Click();
+  loop_.Run(2);
+  Click();
+  EXPECT_EQ(Log_Dataset_Text, "[log_dataset]\r\n[end log_dataset]");
+  EXPECT_EQ(CardByte, mine);
+  EXPECT_EQ(card_data_file, "Mine.kxs");
+}
+
+TEST_F(Live_Log_Test, A_Log_Is_Left_Alone_By_What_Would_Disturb_It) {
+  Click();
+  loop_.Run(2);
+  cmd_Clear_Logg_Click();
+  EXPECT_GT(Log_Row_Count, 0);
+  Log_File_Unsaved = true;
+  ask_.Expect(unsaved_question, Answer::no);
+  EXPECT_TRUE(Finish_Log_For_Close());
+  EXPECT_FALSE(Log_Running());
+  EXPECT_GT(Log_Rows, 20);
+  Run_Transfer({}, [] { cmd_Open_Com_Click(); });  // a transfer has the line
+  EXPECT_FALSE(Log_Running());
+
+  Log_File_Unsaved = false;
+  Click();
+  loop_.Run(1);
+  Com_knapp2_Click();  // "Close port"
+  EXPECT_FALSE(Log_Running());
+  loop_.Run(0.1);
+  EXPECT_THAT(Log_Data_Text, EndsWith("[end log_data]\r\n"));
+}
+
+TEST_F(Live_Log_Test, A_Long_Log_Becomes_Numbered_Files) {
+  Plug_In("log_pace=5");
+  loop_.Set_Turn(0.002);
+  Click();
+  loop_.Run(65);  // 6500 rows
+  EXPECT_EQ(Log_Chunk_No, 2);
+  EXPECT_EQ(Log_File_Name, "KXLog-_2031-05-1710-00-00_002.kxl");
+  const std::string first = folder_.Read("KXLog-_2031-05-1710-00-00_001.kxl");
+  EXPECT_THAT(first, HasSubstr("[log_data]\r\na\r\n"));
+  Click();
+  const std::string second = folder_.Read("KXLog-_2031-05-1710-00-00_002.kxl");
+  const std::string rows = Rows_In(first);
+  EXPECT_EQ(rows, Drive_Rows(2, rows.size()));
+  EXPECT_NEAR(static_cast<double>(rows.size()) / 85, 5925, 30);
+  const std::string rest = Rows_In(second);
+  ASSERT_GT(rest.size(), 300U * 85);
+  const std::size_t lost = 6500 - 2 - rows.size() / 85 - rest.size() / 85;
+  EXPECT_LE(lost, 6U);  // the row in progress, and what the port held at the stop
+  EXPECT_NE(Drive_Rows(0, 6600 * 85).find(rest), std::string::npos);
+}
+
+/// Twenty times the pace of a real box, a chart ten times a second, and each part of the log a file.
+TEST_F(Live_Log_Test, A_Soak_Of_Twenty_Thousand_Rows_Loses_Only_The_Rows_Between_Parts) {
+  constexpr std::size_t rows = 20000;
+  line_ = sim::Line(sim::Box(), Faults_Of("log_pace=20"), sim::Pace::At_Once);
+  log_settings.txt_Show_Log_Interval = "0.1";
+  loop_.Set_Turn(0.001);
+  Click();
+  while (line_.Counts().Rows_Sent < rows && Log_Running()) loop_.Do_Events();
+  Click();
+  const std::string drive = Drive_Rows(0, rows * 85);
+  std::size_t at = 0;
+  std::size_t kept = 0;
+  for (const char* part : {"1", "2", "3", "4"}) {
+    const std::string log =
+        Rows_In(folder_.Read("KXLog-_2031-05-1710-00-00_00" + std::string(part) + ".kxl"));
+    const std::size_t found = drive.find(log, at);
+    ASSERT_NE(found, std::string::npos) << part;
+    at = found + log.size();
+    kept += log.size() / 85;
+  }
+  EXPECT_GE(kept + 2 + 3 + 4,
+            rows);  // the first chunk, a row between two parts, what the port held at the stop
+}
+
+TEST_F(Live_Log_Test, Only_To_File_Counts_Half_A_Second_A_Tick) {
+  log_settings.check_LogToFileOnly = true;
+  log_settings.txt_Show_Log_Interval = "0.25";
+  loop_.Set_Turn(0.005);
+  Click();
+  loop_.Run(10.1);
+  EXPECT_TRUE(Shown_Live_Log().only_to_file);
+  EXPECT_EQ(Log_Row_Count, 0);
+  EXPECT_THAT(log_settings.txt_Log_Length, AnyOf("20.00 s", "19.50 s"));
+  loop_.Run(117);  // 250 counted seconds are 125
+  EXPECT_EQ(Log_Chunk_No, 2);
+  EXPECT_TRUE(folder_.Has("KXLog-_2031-05-1710-00-00_001.kxl"));
+  Click();
+  EXPECT_TRUE(folder_.Has("KXLog-_2031-05-1710-00-00_002.kxl"));
+}
+
+TEST_F(Live_Log_Test, A_Folder_That_Is_Gone_Costs_No_Row) {
+  log_settings.check_LogToFileOnly = true;
+  log_settings.txt_Show_Log_Interval = "0.05";
+  std::filesystem::create_directory(folder_.Path("stick"));
+  Log_Directory = folder_.Path("stick/");
+  Click();
+  loop_.Run(5);
+  std::filesystem::remove_all(folder_.Path("stick"));
+  const std::string gone = ": No such file or directory";
+  ask_.Expect(folder_.Path("stick/KXLog-_2031-05-1710-00-00_001.kxl") + gone);
+  loop_.Run(60);  // 250 counted seconds are 25
+  ask_.Expect(folder_.Path("stick/KXLog-2031-05-17_10-00-50.kxl") + gone);
+  Click();
+  const std::string rows = Rows_In(Log_Data_Text);
+  EXPECT_EQ(rows, Drive_Rows(2, rows.size()));
+  EXPECT_GT(rows.size(), 1290U * 85);
+  EXPECT_TRUE(Log_File_Unsaved);
+  EXPECT_EQ(Log_File_Name, "KXLog-.kxl");
+}
+
+using Live_Log_Surroundings = Workspace_Fixture;
+
+TEST_F(Live_Log_Surroundings, The_Report_Goes_Into_The_Log_And_The_Closing_Asks) {
+  const std::string report = live_log_hooks.readable_settings();
+  EXPECT_THAT(report, StartsWith("[readable_settings]\r\n"));
+  EXPECT_THAT(report, EndsWith("\r\n[end readable_settings]"));
+  Log_File_Name = "Mine.kxl";
+  Log_File_Present = Log_File_Unsaved = true;
+  Expect_Box("Do you want to save current log file: Mine.kxl?", Answer::no);
+  Begin_Shutdown();
+  EXPECT_TRUE(Closing);
+}
+
+TEST_F(Live_Log_Test, Intervals_Of_The_Update_Tick) {
+  struct Interval_Case {
+    const char* text;
+    int charts_in_a_second;
+  };
+  for (const Interval_Case& c : {Interval_Case{"0.1", 10}, {"0,5", 2}, {"0", 20}, {"-3", 20}, {"x", 20}}) {
+    log_settings.txt_Show_Log_Interval = c.text;
+    Click();
+    loop_.Run(1);
+    int charts = 0;
+    log_view_hooks.show_chart = [&] { ++charts; };
+    loop_.Run(1.001);
+    EXPECT_NEAR(charts, c.charts_in_a_second, 1) << c.text;
+    log_view_hooks.show_chart = nullptr;
+    Click();
+    Log_File_Unsaved = false;
+  }
+  log_settings.txt_Show_Log_Interval = "33";
+  ask_.Expect("Overflow");
+  Click();
+  EXPECT_TRUE(Log_Running());
+  Click();
+}
+
+}  // namespace
+}  // namespace kx
