@@ -182,8 +182,10 @@ void RPM2_Filter4(int n, Log_Column source, Log_Column target) {
   Fill_Ends(before, target);
 }
 
+/// Without a single rpm only the difference can be computed.
 void Calculate_Columns(const Calculation_Columns& columns, const Calculation_Inputs& inputs) {
-  if (columns.rpm.empty()) return;
+  const auto empty = [](double cell) { return std::isnan(cell); };
+  if (std::ranges::all_of(columns.rpm, empty)) return Calculate_Difference(columns);
   RPM2_Filter1(columns.rpm, columns.rpm2);
   RPM2_Filter3(inputs.rpm_smoothing, columns.rpm, columns.rpm2);
   RPM2_Filter3(inputs.rpm_smoothing, columns.rpm, columns.rpm);
