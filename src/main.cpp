@@ -1,6 +1,7 @@
 #include <QApplication>
 
 #include "platform/qt/qt_seams.h"
+#include "widgets/open_form.h"
 #include "workspace/BoostProgMain.h"
 
 int main(int argc, char** argv) {
@@ -10,6 +11,7 @@ int main(int argc, char** argv) {
   seams.Install();
   kx::BoostProgMain main_form;
   main_form.resize(1280, 720);
+  kx::Keep_Inside_Screen(main_form);
   main_form.show();
   return QApplication::exec();
 }

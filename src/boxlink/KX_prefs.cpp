@@ -47,6 +47,7 @@ QWidget* KX_prefs::Make_Port_List() {
   frame->setObjectName("Port_Frame");
   Combo1_ = new QComboBox;
   Combo1_->setObjectName("Combo1");
+  Combo1_->setToolTip("Serial port that the box is connected to");
   Combo1_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   Combo1_->setMinimumContentsLength(list_width_in_characters);
   auto* layout = new QVBoxLayout(frame);
@@ -62,6 +63,7 @@ QWidget* KX_prefs::Make_Interface_Options() {
   for (const Interface_Option& option : interface_options) {
     auto* button = new QRadioButton(Text(option.caption));
     button->setObjectName(Text(option.control));
+    button->setToolTip("Way to a card; holds after Apply or OK");
     On_Click(button, [this, &option] { interface_word_ = option.word; });
     interface_options_->addButton(button, Option_Of_Interface(option.word));
     layout->addWidget(button);
@@ -76,8 +78,8 @@ QWidget* KX_prefs::Make_Buttons() {
   auto* layout = new QHBoxLayout(line);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(system, 1);
-  layout->addWidget(Button("ApplyButton", "Apply", [this] { ApplyButton_Click(); }));
-  layout->addWidget(Button("OKButton", "OK", [this] {
+  layout->addWidget(Button("ApplyButton", "&Apply", [this] { ApplyButton_Click(); }));
+  layout->addWidget(Button("OKButton", "&OK", [this] {
     ApplyButton_Click();
     hide();
   }));

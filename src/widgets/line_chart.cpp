@@ -30,7 +30,7 @@ Line_Chart::Line_Chart(const QString& name, QWidget* parent)
     : QCustomPlot(parent),
       selection_(new QCPItemRect(this)),
       cursor_(new QCPItemStraightLine(this)),
-      read_out_(new QCPItemText(this)) {
+      read_out_(new QCPTextElement(this)) {
   setObjectName(name);
   setMinimumSize(220, 160);
   xAxis->setTicker(labels_);
@@ -38,11 +38,10 @@ Line_Chart::Line_Chart(const QString& name, QWidget* parent)
   yAxis->setNumberFormat("gb");
   selection_->setLayer("background");
   selection_->setPen(Qt::NoPen);
-  read_out_->position->setType(QCPItemPosition::ptAxisRectRatio);
-  read_out_->position->setCoords(0.985, 0.02);
-  read_out_->setPositionAlignment(Qt::AlignRight | Qt::AlignTop);
-  read_out_->setTextAlignment(Qt::AlignRight);
-  read_out_->setPadding(QMargins(6, 2, 6, 2));
+  read_out_->setTextFlags(Qt::AlignRight | Qt::AlignVCenter);
+  plotLayout()->insertRow(0);
+  plotLayout()->addElement(0, 0, read_out_);
+  axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop | Qt::AlignLeft);
   current_ = addGraph();
   current_->setLineStyle(QCPGraph::lsNone);
   current_->removeFromLegend();
@@ -61,8 +60,7 @@ void Line_Chart::Apply_Palette() {
   large.setBold(true);
   large.setPointSizeF(font().pointSizeF() * 1.4);
   read_out_->setFont(large);
-  read_out_->setColor(palette().color(QPalette::Text));
-  read_out_->setBrush(palette().color(QPalette::Base));
+  read_out_->setTextColor(palette().color(QPalette::Text));
 }
 
 /// Graph 0 is the current entry's mark; the series follow, the table's own values first.
@@ -109,7 +107,7 @@ void Line_Chart::Mark(const Chart& chart, int first, int last) {
   const bool known = !chart.series.empty() && entry < chart.series[0].values.size();
   current_->setVisible(known);
   cursor_->setVisible(known);
-  read_out_->setVisible(known);
+  read_out_->setText(" ");  // keeps its height
   if (!known) return;
   const double value = chart.series[0].values[entry];
   current_->setData({static_cast<double>(chart.current)}, {value});

@@ -42,7 +42,7 @@ class Line_Chart : public QCustomPlot {
   QCPItemRect* selection_;
   QCPItemStraightLine* cursor_;
   QCPGraph* current_ = nullptr;  ///< the current entry's point
-  QCPItemText* read_out_;
+  QCPTextElement* read_out_;     ///< above the curves, never on them
   int entries_ = 0;
   int picked_row_ = 0;  ///< where the drag began
   bool stale_ = false;  ///< changed while hidden

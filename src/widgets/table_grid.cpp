@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
 
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int ctrl_state = 2;
 constexpr int code_of_c = 67;
+constexpr int focus_frame = 3;  ///< pixels
 
 /// Codes of the keys that type no character but are known to handlers.
 int Code_Of_Special_Key(int key) {
@@ -55,11 +57,17 @@ int Code_Of_Character(QChar typed, bool keypad) {
   return upper >= u'A' && upper <= u'Z' ? upper.unicode() : 0;
 }
 
+/// Keys held with Ctrl, Alt or Meta belong to menus and shortcuts.
 bool Is_Command_Key(const QKeyEvent& event) {
   const int key = event.key();
   if (key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr || key == Qt::Key_Meta)
     return true;
   return (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+}
+
+QColor Blend(const QColor& front, const QColor& back) {
+  const auto mean = [](int one, int other) { return (one + 2 * other) / 3; };
+  return {mean(front.red(), back.red()), mean(front.green(), back.green()), mean(front.blue(), back.blue())};
 }
 
 bool Moves_Cursor(int key) {
@@ -159,15 +167,14 @@ void Table_Grid::Refresh() {
   Show_Cursor();
 }
 
+/// The current index is the cell that a key changes; the selection may end above or below it.
 void Table_Grid::Show_Cursor() {
   if (model_->rowCount() == 0) return;
-  showing_ = true;
-  const QModelIndex anchor = model_->index(grid_.Row() - 1, grid_.Columns() - 1);
+  const QModelIndex current = model_->index(grid_.Row() - 1, grid_.Columns() - 1);
   const QModelIndex end = model_->index(grid_.Row_Sel() - 1, grid_.Columns() - 1);
-  selectionModel()->setCurrentIndex(end, QItemSelectionModel::NoUpdate);
-  selectionModel()->select(QItemSelection(anchor, end),
+  selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+  selectionModel()->select(QItemSelection(current, end),
                            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  showing_ = false;
 }
 
 void Table_Grid::Fit_Rows() {
@@ -179,9 +186,14 @@ void Table_Grid::Fit_Rows() {
   if (verticalHeader()->defaultSectionSize() != height) verticalHeader()->setDefaultSectionSize(height);
 }
 
+void Table_Grid::Enter(int row, int row_sel) {
+  emit Cell_Entered(row, row_sel);
+  scrollTo(model_->index(grid_.Row_Sel() - 1, 0));
+}
+
 /// The end of the selection moves; without @p extend the other end comes along.
 void Table_Grid::Move_Cursor(int key, bool extend) {
-  const int last = model_->rowCount();
+  const int last = std::max(1, model_->rowCount());
   const int page = std::max(1, viewport()->height() / std::max(1, rowHeight(0)) - 1);
   int row = grid_.Row_Sel();
   switch (key) {
@@ -204,14 +216,27 @@ void Table_Grid::Move_Cursor(int key, bool extend) {
       row = last;
       break;
   }
-  row = std::clamp(row, 1, std::max(1, last));
-  emit Cell_Entered(extend ? grid_.Row() : row, row);
-  scrollTo(currentIndex());
+  row = std::clamp(row, 1, last);
+  Enter(extend ? grid_.Row() : row, row);
+}
+
+/// Ctrl+A, and Home and End held with Ctrl, which do what they do alone. False for any other key.
+bool Table_Grid::Select_By_Key(const QKeyEvent& event) {
+  if (event.matches(QKeySequence::SelectAll)) {
+    emit Cell_Entered(1, std::max(1, model_->rowCount()));
+    return true;
+  }
+  const bool ends = event.key() == Qt::Key_Home || event.key() == Qt::Key_End;
+  const Qt::KeyboardModifiers held = event.modifiers() & ~Qt::KeypadModifier;
+  if (!ends || (held & ~Qt::ShiftModifier) != Qt::ControlModifier) return false;
+  Move_Cursor(event.key(), (held & Qt::ShiftModifier) != 0);
+  return true;
 }
 
 void Table_Grid::keyPressEvent(QKeyEvent* event) {
+  if (Select_By_Key(*event)) return event->accept();
   const bool copy = event->key() == Qt::Key_C && event->matches(QKeySequence::Copy);
-  if (Is_Command_Key(*event) && !copy) return QTableView::keyPressEvent(event);
+  if (Is_Command_Key(*event) && !copy) return event->ignore();
   // Tab leaves the grid, as from any other control.
   if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) return event->ignore();
   grid_.Set_Top_Row(verticalScrollBar()->value() + 1);
@@ -225,24 +250,25 @@ void Table_Grid::keyPressEvent(QKeyEvent* event) {
 }
 
 /// Entry under a point of the viewport, or the nearest one.
-int Table_Grid::Row_At(const QPoint& position) const {
+int Table_Grid::Nearest_Row(const QPoint& position) const {
   if (position.y() < 0) return std::max(1, rowAt(0));
   const int row = rowAt(position.y());
   return row < 0 ? model_->rowCount() : row + 1;
 }
 
+/// A click below the last row is at no entry.
 void Table_Grid::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || model_->rowCount() == 0) return;
-  const int row = Row_At(event->pos());
+  const int row = rowAt(event->pos().y()) + 1;
+  if (event->button() != Qt::LeftButton) return;
+  dragging_ = row > 0;
+  if (!dragging_) return;
   emit Cell_Entered((event->modifiers() & Qt::ShiftModifier) != 0 ? grid_.Row() : row, row);
 }
 
 void Table_Grid::mouseMoveEvent(QMouseEvent* event) {
-  if ((event->buttons() & Qt::LeftButton) == 0 || model_->rowCount() == 0) return;
-  const int row = Row_At(event->pos());
-  if (row == grid_.Row_Sel()) return;
-  emit Cell_Entered(grid_.Row(), row);
-  scrollTo(currentIndex());
+  if ((event->buttons() & Qt::LeftButton) == 0 || model_->rowCount() == 0 || !dragging_) return;
+  const int row = Nearest_Row(event->pos());
+  if (row != grid_.Row_Sel()) Enter(grid_.Row(), row);
 }
 
 /// Coming back to a grid enters its cell anew: the next digit replaces its text.
@@ -261,15 +287,27 @@ void Table_Grid::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange && model_ != nullptr) Refresh();
 }
 
-void Table_Grid::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-  QTableView::selectionChanged(selected, deselected);
-  const QModelIndexList rows = selectionModel()->selectedRows();
-  if (showing_ || rows.isEmpty()) return;
-  const auto [first, last] = std::minmax_element(
-      rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.row() < b.row(); });
-  const int end = currentIndex().row();
-  const int anchor = end == first->row() ? last->row() : first->row();
-  emit Cell_Entered(anchor + 1, end + 1);
+/// Without the focus the selection is pale: keys go elsewhere.
+void Table_Grid::initViewItemOption(QStyleOptionViewItem* option) const {
+  QTableView::initViewItemOption(option);
+  if (hasFocus()) return;
+  const QPalette& colours = palette();
+  option->palette.setColor(QPalette::Highlight,
+                           Blend(colours.color(QPalette::Highlight), colours.color(QPalette::Base)));
+  option->palette.setColor(QPalette::HighlightedText, colours.color(QPalette::Text));
+}
+
+/// A frame around the cell that a key changes, and around the whole grid while it takes the keys.
+void Table_Grid::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (model_->rowCount() == 0) return;
+  QPainter painter(viewport());
+  const QRect cell = visualRect(model_->index(grid_.Row() - 1, grid_.Columns() - 1));
+  painter.setPen(QPen(palette().color(QPalette::Text), hasFocus() ? 2 : 1));
+  painter.drawRect(cell.adjusted(1, 1, -2, -2));
+  if (!hasFocus()) return;
+  painter.setPen(QPen(palette().color(QPalette::Highlight), 2 * focus_frame));
+  painter.drawRect(viewport()->rect());
 }
 
 }  // namespace kx

@@ -32,7 +32,8 @@ class Grid_Model : public QAbstractTableModel {
 };
 
 /// A tuning table on screen: shows a Grid and reports what the user does to it; changes no text itself. Rows
-/// grow to fill the height, so that all entries of a table can be read at once.
+/// grow to fill the height, so that all entries of a table can be read at once. The cursor is the Grid's
+/// alone: Qt's selection only shows it, and every gesture of keys and mouse goes through Cell_Entered.
 class Table_Grid : public QTableView {
   Q_OBJECT
 
@@ -56,17 +57,20 @@ class Table_Grid : public QTableView {
   void mouseMoveEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
-  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+  void paintEvent(QPaintEvent* event) override;
+  void initViewItemOption(QStyleOptionViewItem* option) const override;
 
  private:
   void Fit_Rows();
   void Show_Cursor();
+  bool Select_By_Key(const QKeyEvent& event);
   void Move_Cursor(int key, bool extend);
-  [[nodiscard]] int Row_At(const QPoint& position) const;
+  void Enter(int row, int row_sel);
+  [[nodiscard]] int Nearest_Row(const QPoint& position) const;
 
   Grid& grid_;
   Grid_Model* model_;
-  bool showing_ = false;  ///< the cursor is being set from the grid, not by the user
+  bool dragging_ = false;  ///< the button went down on an entry
 };
 
 /// Code of a key as cells know it: taken from the character typed, 0 for a key that has none here.

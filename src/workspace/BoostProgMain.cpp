@@ -3,7 +3,10 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMenuBar>
+#include <QScrollBar>
+#include <QShortcut>
 #include <QStatusBar>
 #include <array>
 
@@ -11,8 +14,10 @@
 #include "settings/brand.h"
 #include "settings/notice.h"
 #include "settings/refresh.h"
+#include "widgets/elided_label.h"
 #include "widgets/form_helpers.h"
 #include "widgets/open_form.h"
+#include "widgets/scroll_page.h"
 #include "widgets/wheel_guard.h"
 #include "workspace/box_settings.h"
 #include "workspace/history.h"
@@ -29,6 +34,11 @@ namespace {
 constexpr std::array sub_tab_notes{&Shown_Tabs::SSTab_Ignition, &Shown_Tabs::SSTab_Fuel,
                                    &Shown_Tabs::SSTab_PWM, &Shown_Tabs::SSTab_Analog};
 
+constexpr int side_width_in_characters = 46;
+
+constexpr QKeyCombination undo_keys = Qt::CTRL | Qt::Key_Z;
+constexpr QKeyCombination redo_keys = Qt::CTRL | Qt::Key_Y;
+
 QAction* Entry(QMenu* menu, const QString& name, const QString& caption, const QKeySequence& keys,
                void (*handler)()) {
   QAction* action = menu->addAction(caption);
@@ -37,8 +47,6 @@ QAction* Entry(QMenu* menu, const QString& name, const QString& caption, const Q
   On_Trigger(action, handler);
   return action;
 }
-
-constexpr int side_width_in_characters = 46;
 
 /// The status line's sentences in one line, which never widens the window; all of them are in its tip.
 QLabel* Notice_Line() {
@@ -61,6 +69,8 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   if (!Program_Name.empty()) QApplication::setApplicationName(Text(Program_Name));
   Make_Layout();
   Make_Menus();
+  Make_Tab_Keys();
+  qApp->installEventFilter(this);
   Guard_Wheels_In(this);
   Set_Hooks();
   Guarded(Load_Event);
@@ -96,17 +106,20 @@ void BoostProgMain::Make_Layout() {
   auto* side_widget = new QWidget;
   side_widget->setLayout(side);
   side->setContentsMargins(0, 0, 0, 0);
-  side_widget->setFixedWidth(fontMetrics().averageCharWidth() * side_width_in_characters);
+  auto* side_page = new Scroll_Page(side_widget);
+  side_page->setObjectName("side_page");
+  const int bar = side_page->verticalScrollBar()->sizeHint().width();
+  side_page->setFixedWidth(std::max(fontMetrics().averageCharWidth() * side_width_in_characters,
+                                    side_widget->minimumSizeHint().width() + bar));
 
   auto* all = new QWidget;
   auto* layout = new QHBoxLayout(all);
   layout->addWidget(sstab_Main_, 1);
-  layout->addWidget(side_widget);
+  layout->addWidget(side_page);
   setCentralWidget(all);
   notification_ = new QLabel;
   notification_->setObjectName("Label_Notification");
-  preset_status_ = new QLabel;
-  preset_status_->setObjectName("preset_status");
+  preset_status_ = new Elided_Label("preset_status");
   Follow(preset_status_, preset_status, [](QLabel* label, const QString& text) { label->setText(text); });
   statusBar()->addWidget(notification_);
   statusBar()->addWidget(preset_status_);
@@ -128,10 +141,14 @@ void BoostProgMain::Make_Menus() {
   file->addSeparator();
   QAction* leave = file->addAction("E&xit");
   leave->setObjectName("File_exit");
+  leave->setShortcut(QKeySequence("Ctrl+Q"));
   connect(leave, &QAction::triggered, this, &QWidget::close);
   QMenu* edit = menuBar()->addMenu("&Edit");
-  Entry(edit, "edit_undo", "&Undo", QKeySequence("Ctrl+Z"), Undo);
-  Entry(edit, "edit_redo", "&Redo", QKeySequence("Ctrl+Y"), Redo);
+  // The tune's from every form, not only from this one.
+  for (QAction* action : {Entry(edit, "edit_undo", "&Undo", undo_keys, Undo),
+                          Entry(edit, "edit_redo", "&Redo", redo_keys, Redo)}) {
+    action->setShortcutContext(Qt::ApplicationShortcut);
+  }
   QMenu* settings = menuBar()->addMenu("&Settings");
   QAction* config = settings->addAction("&Box settings...", QKeySequence("F2"), this,
                                         [this] { Open_Form(*config_, *this); });
@@ -158,6 +175,27 @@ void BoostProgMain::Make_Menus() {
   QAction* link = Entry(help, "Help_wwwlink", QString::fromStdString(Link_Caption), {}, Open_Help_Link);
   link->setEnabled(!Download_Link.empty());
   Entry(help, "Help_about", "&About", {}, Show_About);
+}
+
+/// Alt+1 to Alt+5; a tab that the preset hides stays hidden.
+void BoostProgMain::Make_Tab_Keys() {
+  for (int tab = 0; tab < sstab_Main_->count(); ++tab) {
+    auto* key = new QShortcut(QKeySequence("Alt+" + QString::number(tab + 1)), this);
+    connect(key, &QShortcut::activated, this, [this, tab] {
+      if (sstab_Main_->isTabVisible(tab)) sstab_Main_->setCurrentIndex(tab);
+    });
+  }
+}
+
+/// A box for text would take undo and redo for its own text. They are the tune's, but in the description.
+bool BoostProgMain::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::ShortcutOverride) return QMainWindow::eventFilter(watched, event);
+  const QKeyCombination keys = static_cast<QKeyEvent*>(event)->keyCombination();
+  const bool of_the_tune = (keys == undo_keys || keys == redo_keys) && !general_->Description_Has_Focus() &&
+                           QApplication::activeModalWidget() == nullptr;
+  if (!of_the_tune) return QMainWindow::eventFilter(watched, event);
+  event->ignore();
+  return true;
 }
 
 void BoostProgMain::Set_Hooks() {

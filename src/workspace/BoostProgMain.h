@@ -31,10 +31,12 @@ class BoostProgMain : public QMainWindow {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void Make_Layout();
   void Make_Menus();
+  void Make_Tab_Keys();
   void Set_Hooks();
   void Show_Values();
   void Show_Layout();

@@ -6,9 +6,9 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QRadioButton>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "boxlink/link_texts.h"
@@ -16,6 +16,7 @@
 #include "settings/presets.h"
 #include "settings/refresh.h"
 #include "widgets/form_helpers.h"
+#include "widgets/scroll_page.h"
 #include "widgets/wheel_guard.h"
 #include "workspace/box_settings.h"
 #include "workspace/start_up.h"
@@ -23,8 +24,8 @@
 namespace kx {
 namespace {
 
-constexpr const char* show_advanced = "View Advanced Configuration";
-constexpr const char* hide_advanced = "Hide Advanced Configuration";
+constexpr const char* show_advanced = "View &Advanced Configuration";
+constexpr const char* hide_advanced = "Hide &Advanced Configuration";
 
 /// A group of lists, one below the other.
 Control_Group* Lists(const QString& name, const QString& title, Control_Index& index,
@@ -45,15 +46,13 @@ KX_Config::KX_Config(Control_Index& index, QWidget& main_form) : index_(index) {
   frames->addWidget(Make_In_Boost(index));
   frames->addWidget(Make_Development());
   frames->addStretch(1);
-  auto* area = new QScrollArea;
-  area->setObjectName("VScroll1");
-  area->setWidgetResizable(true);
-  area->setWidget(page);
+  area_ = new Scroll_Page(page);
+  area_->setObjectName("VScroll1");
 
   view_advanced_ = new QPushButton(show_advanced);
   view_advanced_->setObjectName("cmd_View_Advanced");
   connect(view_advanced_, &QPushButton::clicked, this, &KX_Config::View_Advanced);
-  auto* ok = new QPushButton("OK");
+  auto* ok = new QPushButton("&OK");
   ok->setObjectName("OKButton");
   On_Click(ok, [this, &main_form] {
     Take_Rpm_Indicator();
@@ -65,19 +64,20 @@ KX_Config::KX_Config(Control_Index& index, QWidget& main_form) : index_(index) {
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(view_advanced_);
   buttons->addStretch(1);
+  buttons->addWidget(new QLabel("Changes apply at once"));
   buttons->addWidget(ok);
   auto* layout = new QVBoxLayout(this);
   layout->setMenuBar(Make_Menu());
-  layout->addWidget(area, 1);
+  layout->addWidget(area_, 1);
   layout->addLayout(buttons);
-  // Wide enough for the advanced settings too, so that nothing moves when they come on show.
-  area->setMinimumWidth(page->sizeHint().width() + area->verticalScrollBar()->sizeHint().width() +
-                        2 * area->frameWidth());
+  // Reckoned with the advanced settings, so that the columns stay when they come on show.
+  Set_Columns(true);
+  two_columns_width_ = sizeHint().width();
   advanced_->hide();
   in_boost_->hide();
   development_->hide();
   Guard_Wheels_In(this);
-  resize(sizeHint().width(), fontMetrics().height() * 42);
+  resize(two_columns_width_, fontMetrics().height() * 42);
 }
 
 QMenuBar* KX_Config::Make_Menu() {
@@ -112,17 +112,14 @@ QWidget* KX_Config::Make_Standard(Control_Index& index) {
   auto* sync = Lists("Analog_Sync_Frame", "Analog input syncronisation", index,
                      {"an_sync_check(0)", "an_sync_check(1)", "an_sync_check(2)", "an_sync_check(3)"});
   auto* ignition = Lists("Ignition_Mode_Frame", "Ignition", index, {"ig_mode_combo", "ig_mode_slave_combo"});
-  auto* layout = new QVBoxLayout(frame);
-  for (QWidget* widget : std::initializer_list<QWidget*>{preset, table_unit_, indicator_, resolution_, boost,
-                                                         pulses_, ignition, sync}) {
-    layout->addWidget(widget);
-  }
+  Add_Columns(frame, {preset, table_unit_, indicator_, resolution_, ignition}, {boost, pulses_, sync});
   return frame;
 }
 
 void KX_Config::Make_Preset_List() {
   presets_ = new QComboBox;
   presets_->setObjectName("Mod_combo");
+  presets_->setToolTip("Model of the box. A preset may change bytes of the tune; it asks before it does");
   dataset_ = new QLabel;
   dataset_->setObjectName("Dataset_label");
   connect(presets_, &QComboBox::activated, this, [this](int index) {
@@ -174,10 +171,7 @@ QWidget* KX_Config::Make_Advanced(Control_Index& index) {
   auto* io = Lists("IO_Mode_Frame", "KX Digital I/O mode", index, {"io_combo"});
   sequential_ = Lists("Frame4", "Sequential fuel or not", index, {"Sequential_Fuel_opt"});
   auto* role = Lists("KX_Mode_Frame", "KX mode", index, {"master"});
-  auto* layout = new QVBoxLayout(advanced_);
-  for (QWidget* widget : std::initializer_list<QWidget*>{precision, fuel, maf, io, sequential_, role}) {
-    layout->addWidget(widget);
-  }
+  Add_Columns(advanced_, {precision, fuel, maf}, {io, sequential_, role});
   return advanced_;
 }
 
@@ -205,7 +199,7 @@ QWidget* KX_Config::Make_Development() {
     view->setTextCursor(cursor);
   });
   image->viewport()->installEventFilter(this);
-  auto* bypass = new QPushButton("BY PASS MODE");
+  auto* bypass = new QPushButton("BY &PASS MODE");
   bypass->setObjectName("PassBy_Mode_Button");
   bypass->setCheckable(true);
   On_Click(bypass, [bypass] {
@@ -246,6 +240,32 @@ void KX_Config::View_Advanced() {
   in_boost_->setVisible(show);
   development_->setVisible(show);
   view_advanced_->setText(show ? hide_advanced : show_advanced);
+  if (!show) return;
+  // Once the page has its new height.
+  QTimer::singleShot(0, this, [this] { area_->verticalScrollBar()->setValue(advanced_->y()); });
+}
+
+/// Two columns of frames, which stand one below the other while the form is narrow.
+void KX_Config::Add_Columns(QWidget* frame, std::initializer_list<QWidget*> left,
+                            std::initializer_list<QWidget*> right) {
+  auto* columns = new QBoxLayout(QBoxLayout::LeftToRight, frame);
+  for (const auto& widgets : {left, right}) {
+    auto* column = new QVBoxLayout;
+    for (QWidget* widget : widgets) column->addWidget(widget);
+    column->addStretch(1);
+    columns->addLayout(column, 1);
+  }
+  columns_.push_back(columns);
+}
+
+void KX_Config::Set_Columns(bool two) {
+  for (QBoxLayout* columns : columns_)
+    columns->setDirection(two ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+}
+
+void KX_Config::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  Set_Columns(width() >= two_columns_width_);
 }
 
 void KX_Config::Show_Title() { setWindowTitle("Box settings " + Text(Title_Text())); }

@@ -8,6 +8,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 
+#include "widgets/scroll_page.h"
 #include "workspace/panels/Control_Group.h"
 
 namespace kx {
@@ -32,6 +33,7 @@ class KX_Config : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   QWidget* Make_Standard(Control_Index& index);
@@ -39,6 +41,9 @@ class KX_Config : public QWidget {
   QWidget* Make_In_Boost(Control_Index& index);
   QWidget* Make_Development();
   void Make_Preset_List();
+  void Add_Columns(QWidget* frame, std::initializer_list<QWidget*> left,
+                   std::initializer_list<QWidget*> right);
+  void Set_Columns(bool two);
   void Make_Rpm_Indicator(Control_Index& index);
   void View_Advanced();
   void Show_Presets();
@@ -49,6 +54,9 @@ class KX_Config : public QWidget {
   void Cut_To_Length(const QString& typed);
 
   Control_Index& index_;
+  Scroll_Page* area_;
+  std::vector<QBoxLayout*> columns_;
+  int two_columns_width_ = 0;  ///< from here on the frames stand in two columns
   QComboBox* presets_;
   QPlainTextEdit* raw_text_;
   QLabel* dataset_;

@@ -24,7 +24,7 @@ KX_Setting_Summary::KX_Setting_Summary(QWidget* parent) : QMainWindow(parent), t
   text_->setTabStopDistance(text_->fontMetrics().horizontalAdvance(' ') * 8);
   Follow(text_, txt_SettingSummary,
          [](QPlainTextEdit* view, const QString& text) { view->setPlainText(text); });
-  auto* box_settings = new QPushButton("Box settings");
+  auto* box_settings = new QPushButton("&Box settings");
   box_settings->setObjectName("cmd_View_Box_Settings");
   On_Click(box_settings, Summary_View_Box_Settings_Click);
   auto* page = new QWidget;

@@ -44,6 +44,8 @@ std::string Air_Temperature(int byte, int position) {
   return Sensor_Value(Air_Temperature_Sensor(), position, Byte_Format[static_cast<std::size_t>(byte)]);
 }
 
+std::string Air_Temperature_Unit(int, int) { return Sensor_Unit(Air_Temperature_Sensor()); }
+
 std::string Boost_Level(int, int position) { return Sensor_Value(Boost_Sensor(), position, "0.00"); }
 
 std::string Boost_Unit(int, int) { return Sensor_Unit(Boost_Sensor()); }
@@ -86,13 +88,13 @@ constexpr Scalar_Row Element(std::string_view name, std::string_view text, int b
           .afterwards = Update_Temp_Chart};
 }
 
-constexpr Scalar_Row Temperature(std::string_view name, std::string_view text, int byte,
-                                 std::string_view label) {
+constexpr Scalar_Row Temperature(std::string_view name, std::string_view text, std::string_view unit_label,
+                                 int byte, std::string_view label) {
   return {.name = name,
           .byte = byte,
           .large_step = 1,
           .label = label,
-          .texts = One(text, Air_Temperature),
+          .texts = {{{text, Air_Temperature}, {unit_label, Air_Temperature_Unit}}},
           .reversed = true,
           .captures = 1,
           .afterwards = Update_Temp_Chart};
@@ -169,19 +171,21 @@ constexpr std::array rows{
     Simple("AN2_level_scroll", map::an2_activation_level, "AN2 out level at activation",
            One("AN2_level_txt", Volts_With_Unit), "", 0),
     Element("scroll(7)", "scroll_text(7)", map::low_air_correction, 1, "Low air temp fuel correction", "%"),
-    Temperature("scroll(8)", "scroll_text(8)", map::low_air_limit, "Low air temperature limit"),
+    Temperature("scroll(8)", "scroll_text(8)", "low_air_limit_unit_label", map::low_air_limit,
+                "Low air temperature limit"),
     Element("scroll(9)", "scroll_text(9)", map::high_air_correction, 1, "High air temp fuel correction", "%"),
-    Temperature("scroll(10)", "scroll_text(10)", map::high_air_limit, "High air temperature limit"),
-    Element("scroll(24)", "scroll_text(24)", map::injector_offset_master_e, 8, "Inj E"),
-    Element("scroll(25)", "scroll_text(25)", map::injector_offset_slave_a, 8, "Inj A"),
-    Element("scroll(26)", "scroll_text(26)", map::injector_offset_slave_a + 1, 8, "Inj B"),
-    Element("scroll(27)", "scroll_text(27)", map::injector_offset_slave_a + 2, 8, "Inj C"),
-    Element("scroll(28)", "scroll_text(28)", map::injector_offset_slave_a + 3, 8, "Inj D"),
-    Element("scroll(29)", "scroll_text(29)", map::injector_offset_slave_e, 8, "Inj E"),
-    Element("scroll(36)", "scroll_text(36)", map::injector_offset_master_a, 8, "Inj A"),
-    Element("scroll(37)", "scroll_text(37)", map::injector_offset_master_a + 1, 8, "Inj B"),
-    Element("scroll(38)", "scroll_text(38)", map::injector_offset_master_a + 2, 8, "Inj C"),
-    Element("scroll(39)", "scroll_text(39)", map::injector_offset_master_d, 8, "Inj D"),
+    Temperature("scroll(10)", "scroll_text(10)", "high_air_limit_unit_label", map::high_air_limit,
+                "High air temperature limit"),
+    Element("scroll(24)", "scroll_text(24)", map::injector_offset_master_e, 8, "Inj E", "ms"),
+    Element("scroll(25)", "scroll_text(25)", map::injector_offset_slave_a, 8, "Inj A", "ms"),
+    Element("scroll(26)", "scroll_text(26)", map::injector_offset_slave_a + 1, 8, "Inj B", "ms"),
+    Element("scroll(27)", "scroll_text(27)", map::injector_offset_slave_a + 2, 8, "Inj C", "ms"),
+    Element("scroll(28)", "scroll_text(28)", map::injector_offset_slave_a + 3, 8, "Inj D", "ms"),
+    Element("scroll(29)", "scroll_text(29)", map::injector_offset_slave_e, 8, "Inj E", "ms"),
+    Element("scroll(36)", "scroll_text(36)", map::injector_offset_master_a, 8, "Inj A", "ms"),
+    Element("scroll(37)", "scroll_text(37)", map::injector_offset_master_a + 1, 8, "Inj B", "ms"),
+    Element("scroll(38)", "scroll_text(38)", map::injector_offset_master_a + 2, 8, "Inj C", "ms"),
+    Element("scroll(39)", "scroll_text(39)", map::injector_offset_master_d, 8, "Inj D", "ms"),
     Boost_Init("scroll(40)", "scroll_text(40)"),
     Element("scroll(41)", "scroll_text(41)", map::boost_p, 1, "P (Proportional)", "",
             "Compensates for error in boost level"),

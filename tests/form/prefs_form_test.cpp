@@ -64,8 +64,8 @@ TEST_F(Prefs_Form, Shows_What_There_Is_Under_Its_Given_Names) {
   EXPECT_EQ(Rows(),
             QStringList({"COM1  /dev/ttyS0", "COM16  Near adapter", "Not available! COM17  Far adapter"}));
   EXPECT_EQ(Ports()->currentIndex(), 1);
-  EXPECT_EQ(Part<QPushButton>("ApplyButton")->text(), "Apply");
-  EXPECT_EQ(Part<QPushButton>("OKButton")->text(), "OK");
+  EXPECT_EQ(Part<QPushButton>("ApplyButton")->text(), "&Apply");
+  EXPECT_EQ(Part<QPushButton>("OKButton")->text(), "&OK");
   EXPECT_EQ(Part<QGroupBox>("Interface_Frame")->title(), "Card interface (Ctrl+T to toggle)");
   EXPECT_EQ(Part<QRadioButton>("interface_option_a")->text(), "Chipdrive Card Reader / Writer");
   EXPECT_EQ(Part<QRadioButton>("interface_option_c")->text(), "Box as Card Reader / Writer");

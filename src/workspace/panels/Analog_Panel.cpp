@@ -65,11 +65,15 @@ void Analog_Panel::Make_Analog2(Control_Index& index) {
 QWidget* Analog_Panel::Make_Generator() {
   auto* frame = new QGroupBox("Curve generator");
   frame->setObjectName("Curve_Generator_Frame");
-  auto* run = new QPushButton("Generate");
+  auto* run = new QPushButton("Ge&nerate");
   run->setObjectName("Command12");
+  run->setToolTip(
+      "Mode2: fills the table with a straight line; Mode1 and Mode3: stores gain and offset in the box");
   On_Click(run, Command12_Click);
   auto* layout = new QGridLayout(frame);
-  layout->addWidget(new QLabel("Gain         Offset"), 0, 0, 1, 2);
+  // "Gain         Offset": each word over its box.
+  layout->addWidget(new QLabel("Gain"), 0, 0);
+  layout->addWidget(new QLabel("Offset"), 0, 1);
   layout->addWidget(Typed_Number("an_gain", an_gain, "Gain of the generated curve: 0 to 255 %"), 1, 0);
   layout->addWidget(Typed_Number("an_offset", an_offset, "Offset of the generated curve: -2.51 to 2.49 V"), 1,
                     1);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QGridLayout>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -24,10 +26,14 @@ class Communication_Panel : public QTabWidget {
  private:
   QWidget* Make_Card_Tab();
   QWidget* Make_Box_Tab();
-  QWidget* Make_Buttons();
+  QWidget* Make_Main_Buttons();
+  QWidget* Make_Further_Buttons();
+  template <typename Rows>
+  void Add_Buttons(QGridLayout* layout, const Rows& rows, int a_row);
   void Enable_Transfers(bool enabled);
 
-  std::vector<QGroupBox*> card_frames_;         ///< in the order of interface_options
+  std::vector<QGroupBox*> card_frames_;  ///< in the order of interface_options
+  QLineEdit* status_line_;
   std::vector<QPushButton*> transfer_buttons_;  ///< off while a transfer runs
 };
 

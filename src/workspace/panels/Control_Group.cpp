@@ -13,6 +13,7 @@
 
 #include "widgets/form_helpers.h"
 #include "widgets/wheel_guard.h"
+#include "workspace/control_tips.h"
 
 namespace kx {
 namespace {
@@ -48,7 +49,6 @@ QSlider* Make_Slider(const Scalar_Row& row) {
   slider->setRange(0, row.max);
   slider->setPageStep(row.large_step);
   if (row.reversed) Reverse(slider);
-  slider->setToolTip(Text(row.tip));
   slider->setMinimumWidth(slider->fontMetrics().averageCharWidth() * 14);
   Guard_Wheel(slider);
   QObject::connect(slider, &QSlider::valueChanged, slider,
@@ -62,6 +62,7 @@ void Show_Scalar(const Scalar_Row& row, QSlider* slider, Control_Index& index) {
   const QSignalBlocker quiet(slider);
   const int position = Scalar_Position(row);
   slider->setValue(position);
+  slider->setToolTip(Text(Tip_Of(row)));
   for (const Scalar_Text_Row& text : Texts_Of(row)) {
     Set_Control_Text(index.Text_Control(text.control), Scalar_Text(row, text, position));
   }
@@ -115,7 +116,6 @@ void Control_Group::Scalar(std::string_view name, std::size_t texts) {
   label->setObjectName(Text(Label_Name(row.name)));
   auto* slider = Make_Slider(row);
   label->setBuddy(slider);
-  label->setToolTip(Text(row.tip));
   layout_->addWidget(label, line, 0);
   layout_->addWidget(slider, line, slider_column);
   int column = first_text_column;
@@ -123,13 +123,17 @@ void Control_Group::Scalar(std::string_view name, std::size_t texts) {
     layout_->addWidget(index_.Text_Control(text.control), line, column++);
   }
   if (!row.unit.empty()) layout_->addWidget(new QLabel(Text(row.unit)), line, column);
-  index_.Add(row, [this, &row, slider] { Show_Scalar(row, slider, index_); });
+  index_.Add(row, [this, &row, slider, label] {
+    Show_Scalar(row, slider, index_);
+    label->setToolTip(slider->toolTip());
+  });
 }
 
 QWidget* Control_Group::Make_List(const Choice_Row& row) {
   auto* list = new QComboBox;
   list->setObjectName(Text(row.Name()));
   for (const std::string_view item : row.items) list->addItem(Text(item));
+  list->setToolTip(Text(Tip_Of(row)));
   list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   Guard_Wheel(list);
   connect(list, &QComboBox::activated, list,
@@ -141,7 +145,7 @@ QWidget* Control_Group::Make_List(const Choice_Row& row) {
 QWidget* Control_Group::Make_Check(const Choice_Row& row) {
   auto* check = new QCheckBox(Text(row.label));
   check->setObjectName(Text(row.Name()));
-  check->setToolTip(Text(row.tip));
+  check->setToolTip(Text(Tip_Of(row)));
   connect(check, &QCheckBox::clicked, check,
           [&row](bool ticked) { Guarded([&] { Choice_Changed(row, ticked ? 1 : 0); }); });
   index_.Add(row, [check, &row] { check->setChecked(Choice_Index(row) == 1); });
@@ -157,6 +161,7 @@ QWidget* Control_Group::Make_Options(const Choice_Row& row) {
     const auto at = static_cast<std::size_t>(i);
     auto* option = new QRadioButton(Text(row.items[at]));
     option->setObjectName(Text(row.controls[at]));
+    option->setToolTip(Text(Tip_Of(row)));
     group->addButton(option, i);
     lines->addWidget(option);
   }

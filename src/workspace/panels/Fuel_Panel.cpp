@@ -2,6 +2,7 @@
 #include "widgets/form_helpers.h"
 
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QVBoxLayout>
 
 #include "workspace/box_settings.h"
@@ -11,6 +12,34 @@ namespace kx {
 namespace {
 
 constexpr int air_temperature_tab = 3;
+constexpr int first_trim_row = 1;  ///< of the group that holds scroll(36)
+
+QGridLayout& Rows_Of(const Control_Group& group) { return *qobject_cast<QGridLayout*>(group.layout()); }
+
+/// The heading of the injector offsets: a sentence, and below it one word over each column, when it has any.
+class Trim_Heading : public QLabel {
+ public:
+  Trim_Heading() {
+    setObjectName("Label25");
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  }
+  QSize sizeHint() const override { return {0, fontMetrics().lineSpacing() * 2}; }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    painter.setPen(
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    const auto end_of_sentence = text().indexOf('.') + 1;
+    painter.drawText(rect(), Qt::AlignTop, text().left(end_of_sentence));
+    const QStringList words = text().mid(end_of_sentence).split(' ', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i < words.size(); ++i) {
+      const QRect column(static_cast<int>(width() * i / words.size()), 0, width(), height());
+      painter.drawText(column, Qt::AlignBottom, words[i]);
+    }
+  }
+};
 
 /// A group without a border of its own, for a part of another frame.
 Control_Group* Bare_Group(const QString& name, Control_Index& index) {
@@ -64,7 +93,7 @@ QWidget* Fuel_Panel::Make_Options(Control_Index& index) {
 QWidget* Fuel_Panel::Make_Trim(Control_Index& index) {
   auto* trim = new Control_Group("Injector_Trim_Frame", "Injector trim", index);
   trim->Choice("Ind_Trim_Option(0)");
-  trim_heading_ = Named_Text("Label25");
+  trim_heading_ = new Trim_Heading;
   trim->Wide(trim_heading_);
   common_trim_ = Bare_Group("Common_Trim_Frame", index);
   calibration_->Wide(common_trim_);
@@ -78,6 +107,10 @@ QWidget* Fuel_Panel::Make_Trim(Control_Index& index) {
   auto* slave = Bare_Group("Slave_Trim_Frame", index);
   for (const char* name : {"scroll(25)", "scroll(26)", "scroll(27)", "scroll(28)", "scroll(29)"})
     slave->Scalar(name);
+  // The other rows stay where they are when the first one goes to the calibration.
+  Rows_Of(*master_trim_).setRowMinimumHeight(first_trim_row, first_trim_->sizeHint().height());
+  for (const Control_Group* group : {first, master_trim_, slave})
+    Rows_Of(*group).setColumnMinimumWidth(0, group->fontMetrics().horizontalAdvance("All injectors"));
   trim_frame_ = new QWidget;
   trim_frame_->setObjectName("Fuel_trim");
   auto* sides = new QHBoxLayout(trim_frame_);
@@ -116,8 +149,7 @@ void Fuel_Panel::Show_Layout() {
   trim_frame_->setEnabled(config_state.Fuel_trim);
   trim_heading_->setText(Text(config_state.Label25));
   Control_Group* place = config_state.Fuel_trim ? master_trim_ : common_trim_;
-  if (first_trim_->parentWidget() != place)
-    qobject_cast<QGridLayout*>(place->layout())->addWidget(first_trim_, 0, 0, 1, 5);
+  if (first_trim_->parentWidget() != place) Rows_Of(*place).addWidget(first_trim_, first_trim_row, 0, 1, 5);
   first_trim_->findChild<QLabel*>()->setText(config_state.Fuel_trim ? "Inj A" : "All injectors");
   setTabEnabled(air_temperature_tab, config_state.IAT_Fuel_tab);
 }

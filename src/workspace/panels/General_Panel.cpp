@@ -7,18 +7,11 @@
 
 #include "settings/image.h"
 #include "settings/session.h"
+#include "widgets/elided_label.h"
 #include "widgets/form_helpers.h"
 
 namespace kx {
 namespace {
-
-QLabel* Value_Label(const QString& name) {
-  auto* label = new QLabel;
-  label->setObjectName(name);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  label->setWordWrap(true);
-  return label;
-}
 
 /// The text of @p edit as files have it, lines ended by CR LF. Not by toPlainText, which turns no-break
 /// spaces into blanks.
@@ -34,12 +27,13 @@ std::string File_Text(const QPlainTextEdit& edit) {
 
 General_Panel::General_Panel(QWidget* parent)
     : QWidget(parent),
-      file_(Value_Label("file_label")),
-      folder_(Value_Label("folder_label")),
-      dataset_(Value_Label("dataset_label")),
+      file_(new Elided_Label("file_label")),
+      folder_(new Elided_Label("folder_label")),
+      dataset_(new Elided_Label("dataset_label")),
       description_(new QPlainTextEdit) {
   description_->setObjectName("txt_File_Description");
   description_->setTabChangesFocus(true);
+  description_->setToolTip("Notes on the tune, kept in its file; Ctrl+Z here is this text's own");
   // What was loaded is the tune's as it is; only what the user types is taken from the widget.
   Follow(description_, txt_File_Description, [](QPlainTextEdit* edit, const QString& text) {
     const QSignalBlocker filling(edit);
@@ -50,6 +44,7 @@ General_Panel::General_Panel(QWidget* parent)
 
   auto* tune = new QGroupBox("Tune");
   auto* rows = new QFormLayout(tune);
+  rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
   rows->addRow("File", file_);
   rows->addRow("Folder", folder_);
   rows->addRow("Dataset", dataset_);

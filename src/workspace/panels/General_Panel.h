@@ -16,6 +16,9 @@ class General_Panel : public QWidget {
   /// File, folder and dataset of the tune.
   void Show_Values();
 
+  /// The user is typing the description, whose text has an undo of its own.
+  [[nodiscard]] bool Description_Has_Focus() const { return description_->hasFocus(); }
+
  private:
   QLabel* file_;
   QLabel* folder_;

@@ -1,9 +1,11 @@
 #include "workspace/panels/Table_Page.h"
 
 #include <QHBoxLayout>
+#include <QShortcut>
 
 #include "widgets/form_helpers.h"
 #include "workspace/cell_editing.h"
+#include "workspace/table_operations.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
@@ -43,6 +45,14 @@ Table_Page::Table_Page(Table table, std::initializer_list<Chart_Id> charts, QWid
   connect(grid_, &Table_Grid::Key_Pressed, this, [this](int key_code, int shift_state) {
     Guarded([&] { Grid_Key_Down(table_, key_code, shift_state); });
   });
+  Add_Step_Key(QKeySequence("Ctrl+Up"), plus_Click);
+  Add_Step_Key(QKeySequence("Ctrl+Down"), minus_Click);
+}
+
+/// Steps the selected entries without leaving the grid.
+void Table_Page::Add_Step_Key(const QKeySequence& keys, void (*step)()) {
+  auto* shortcut = new QShortcut(keys, grid_, nullptr, nullptr, Qt::WidgetShortcut);
+  connect(shortcut, &QShortcut::activated, this, [step] { Guarded(step); });
 }
 
 QLabel* Table_Page::Add_Help(const QString& name, const QString& text) {
@@ -65,6 +75,16 @@ void Table_Page::Show_Values() {
     if (id == beside) chart->Show(Chart_Of(id), grid.Sel_Start(), grid.Sel_Start() + grid.Sel_Count());
   }
   grid_->Refresh();
+  grid_->setToolTip(Tip());
+}
+
+/// Unit from the heading of the values; the range stands in the table panel.
+QString Table_Page::Tip() const {
+  const Grid& grid = Grid_Of(table_);
+  const QString unit = grid.Rows() > 0 ? Text(grid.Text(0, Row_Of(table_).text_column)) : QString();
+  return "Type a value in " + unit +
+         ". Min and Max in the table panel tell its range.\n"
+         "Ctrl+Up and Ctrl+Down: a step up or down; Enter: next row; Ctrl+A: all rows.";
 }
 
 }  // namespace kx

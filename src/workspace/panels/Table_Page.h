@@ -33,6 +33,9 @@ class Table_Page : public QWidget {
   [[nodiscard]] Table_Grid& Grid_Widget() { return *grid_; }
 
  private:
+  [[nodiscard]] QString Tip() const;
+  void Add_Step_Key(const QKeySequence& keys, void (*step)());
+
   Table table_;
   QVBoxLayout* above_;
   QVBoxLayout* below_;

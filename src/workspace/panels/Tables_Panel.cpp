@@ -11,7 +11,7 @@ Table_Page* Tables_Panel::Add_Page(const QString& caption, Table table,
                                    const std::function<QWidget*(Table_Page*)>& wrap) {
   auto* page = new Table_Page(table, charts);
   pages_.push_back(page);
-  addTab(wrap ? wrap(page) : page, caption);
+  addTab(new Scroll_Page(wrap ? wrap(page) : page), caption);
   return page;
 }
 
