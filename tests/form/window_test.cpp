@@ -14,7 +14,7 @@
 #include <QTest>
 
 #include "boxlink/link_texts.h"
-#include "boxlink/protocol.h"
+#include "boxlink/transfer.h"
 #include "form_fixture.h"
 #include "settings/image.h"
 #include "settings/session.h"
@@ -153,8 +153,7 @@ TEST_F(Window, A_Button_That_A_Transfer_Disables_Does_Not_Hand_Its_Focus_To_Clos
   ASSERT_TRUE(QTest::qWaitForWindowActive(&form()));
   for (const char* name : {"Write_Settings", "Open_Box_Port"}) {
     Find<QPushButton>(name)->setFocus();
-    const Transfer_Guard transfer;
-    EXPECT_EQ(QApplication::focusWidget(), Find<QLineEdit>("rs232_text")) << name;
+    Run_Transfer({}, [&] { EXPECT_EQ(QApplication::focusWidget(), Find<QLineEdit>("rs232_text")) << name; });
   }
 }
 
