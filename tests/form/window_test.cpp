@@ -204,8 +204,8 @@ TEST_F(Window, Fits_A_Small_Screen_Whatever_The_Font_And_The_Paths) {
     form_.reset();
     form_ = std::make_unique<BoostProgMain>();
     card_data_dir = "/" + std::string(300, 'x') + "/";
-    preset_status.Set("Preset changed bytes: " + std::string(300, '7'));
     Refresh_Whole_Image();
+    preset_status.Set("Preset changed bytes: " + std::string(300, '7'));
     form().resize(1016, 560);
     form().show();
     QApplication::processEvents();
