@@ -57,7 +57,7 @@ struct Section_Texts {
 };
 
 bool Settings_Were_Read() {
-  const std::string status = rs232_text.Text();
+  const std::string& status = rs232_text.Text();
   return Box_Info_OK && !Closing && !status.starts_with(words::read_aborted) &&
          status.find(words::communication_error) == std::string::npos &&
          status.find("Failed to open") == std::string::npos;

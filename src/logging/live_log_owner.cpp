@@ -28,7 +28,7 @@ namespace {
 constexpr const char* kept_tune_name = "tmp_kxs_file.kxs";
 constexpr int least_update_ms = 50;
 constexpr double counted_seconds = 0.5;  // that an update tick counts in log-to-file-only mode
-constexpr double longest_counted = log_capacity / log_rows_a_second - 50;
+constexpr double longest_counted = 250;  // s, 50 less than a file holds
 constexpr const char* overload_text =
     "The computer can not handle this logging speed. Please lower the number "
     "of seconds to show or increase "
@@ -171,7 +171,7 @@ void Live_Log::Alert_Tick() {
   }
 }
 
-void Live_Log::Touch_Port(const Alert_Action& action) {
+void Live_Log::Touch_Port(Alert_Action action) const {
   if (action != Alert_Action::flush) return MSComm1.Output(reception_.Log_Start_String);
   MSComm1.InputLen = 0;
   Drop_Input();

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "logging/log_backup.h"
 #include "logging/log_reception.h"
@@ -44,7 +45,7 @@ class Kept_Tune {
 /// happens holds it until it returns.
 class Live_Log {
  public:
-  explicit Live_Log(Kept_Tune tune) : tune_(tune) {}
+  explicit Live_Log(Kept_Tune tune) : tune_(std::move(tune)) {}
 
   /// From the cleared log to the start string.
   void Begin();
@@ -69,12 +70,12 @@ class Live_Log {
 
  private:
   void Set_Alert(Shown_Alert alert);
-  void Touch_Port(const Alert_Action& action);
+  void Touch_Port(Alert_Action action) const;
   void Update_Live_Chart();
   void Count_File_Time();
   void Split_If_Long();
   void Fast_Save_Long_Log_File();
-  void Begin_Next_Part(const std::string& carried);
+  void Begin_Next_Part(const std::string& behind);
   void Tell_Lost_Once();
   void Tell_Failed_Once(const std::string& what);
   void Report() const;
