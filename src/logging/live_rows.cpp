@@ -16,7 +16,6 @@ int Log_Row_Count = 0;
 namespace {
 
 constexpr std::string_view header_mark = "RPM AN1 AN2 AN3";
-constexpr int new_format_fields = 14;
 
 /// Position behind the line that @p at lies in.
 std::size_t Behind_Line(std::string_view text, std::size_t at) {

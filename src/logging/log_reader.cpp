@@ -6,6 +6,7 @@
 #include "logging/log_rows.h"
 #include "logging/log_sections.h"
 #include "logging/log_settings.h"
+#include "logging/log_signals.h"
 #include "logging/log_state.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
@@ -30,6 +31,19 @@ void Take_Settings(Log_Sections& sections) {
   if (sections.sensors_found) Log_Sens_Def_Text = sensors;
 }
 
+/// An old box's rows without settings: the built-in names would stand beside other signals.
+void Name_Rows_Of_Old_Box() {
+  Init_Default_Log_Settings_Controls(Log_Layout::old);
+  Update_Log_Settings();
+}
+
+/// The slots of the log are those of its rows, whatever log was open before.
+void Choose_Positions() {
+  if (Log_Field_Count == 0) return;
+  if (Is_Short_Row(Log_Field_Count)) return Load_Old_Signal_Positions_InLogDataArray();
+  Load_Default_Signal_Names();
+}
+
 /// Keeps the range inside the log; one that was the whole of it stays so.
 void Fit_Chart_Range(bool whole) {
   Log_Chart_Last = std::min(Log_Chart_Last, Log_Rows);
@@ -48,6 +62,7 @@ void KX_Info_Data_File_Test(std::string_view file_text, bool default_file) {
   const std::string_view rows = Row_Text(Log_Data_Text);
   const std::string_view first = First_Data_Row(rows);
   Log_Field_Count = Field_Count_Of(first);
+  if (!sections.settings_found && Is_Short_Row(Log_Field_Count)) Name_Rows_Of_Old_Box();
   Log_Rows = first.empty() ? 0 : Line_Count(rows);
   Show_Whole_Log();
   if (first.empty() && !default_file) Tell("This is a log file without compleet log data");
@@ -70,6 +85,7 @@ void KX_Log_Data_Read(bool default_file) {
   const bool whole = Log_Chart_First == 1 && Log_Chart_Last == Log_Rows;
   LogArray.Clear();
   Log_Field_Count = Field_Count_Of(First_Data_Row(Row_Text(Log_Data_Text)));
+  Choose_Positions();
   Log_Rows = Decode_Rows(Log_Data_Text, LogArray);
   Calculate_Signals(LogArray, Log_Rows, Inputs_Of_Log(default_file));
   log_settings.txt_Log_Length = Log_Length_Text(Log_Rows);

@@ -38,13 +38,13 @@ bool Takes_A_Sensor(int row) {
          slot == Slot_Of(Log_Signal::TOT_Fuel_DC, Log_Layout::current);
 }
 
-Log_Signal_Row Default_Row(int row) {
+Log_Signal_Row Default_Row(int row, Log_Layout layout) {
   Log_Signal_Row result;
-  result.custom_name = Default_Signal_Name(row, Log_Layout::current);
+  result.custom_name = Default_Signal_Name(row, layout);
   result.sensor = Default_Sensor(row);
   result.view = row == 0;
   result.shown = result.custom_name != "Option";
-  result.list_enabled = Takes_A_Sensor(row);
+  result.list_enabled = result.shown && Takes_A_Sensor(row);
   return result;
 }
 
@@ -95,8 +95,8 @@ std::string Max_Log_Length_Text() {
   return Format(log_capacity * log_row_seconds / seconds_a_minute, "0.0") + " minutes";
 }
 
-void Init_Default_Log_Settings_Controls() {
-  for (int row = 0; row < signal_rows; ++row) Signal_Row(row) = Default_Row(row);
+void Init_Default_Log_Settings_Controls(Log_Layout layout) {
+  for (int row = 0; row < signal_rows; ++row) Signal_Row(row) = Default_Row(row, layout);
 }
 
 void Load_Default_Log_Settings() {

@@ -112,8 +112,8 @@ extern bool Log_Settings_Loaded;
 /// Names of the present layout and all settings and sensors as built in.
 void Load_All_Default_Log_Settings();
 
-/// The rows of the setup: names, ticks and what is shown.
-void Init_Default_Log_Settings_Controls();
+/// The rows of the setup: names as @p layout has them, ticks and what is shown.
+void Init_Default_Log_Settings_Controls(Log_Layout layout = Log_Layout::current);
 
 /// Everything else that log_settings holds.
 void Load_Default_Log_Settings();

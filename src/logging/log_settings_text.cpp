@@ -15,7 +15,6 @@ namespace {
 constexpr std::string_view present_version = "3.5";
 constexpr std::string_view old_version = "3.4";
 constexpr std::string_view start_string_of_old_settings = "La";
-constexpr int first_new_field_count = 14;
 
 /// One field of a line: its text, and what a text of a file changes.
 struct Field {
@@ -283,7 +282,7 @@ void Convert_Old_2_New_Default_Signal_Names() {
 
 /// What version and rows make of the layout.
 void Choose_Layout(bool present) {
-  const bool short_rows = Log_Field_Count > 0 && Log_Field_Count < first_new_field_count;
+  const bool short_rows = Is_Short_Row(Log_Field_Count);
   Log_New_Format = present && !short_rows;
   Log_New_Version = present || short_rows;
   Load_Default_Signal_Names();

@@ -55,6 +55,14 @@ constexpr int difference_slot = 34;
 /// Rows of the box: the present one with 14 fields or more, and the short one of old boxes.
 enum class Log_Layout { current, old };
 
+/// Fields of the shortest row of the present box.
+constexpr int new_format_fields = 14;
+
+/// True for the number of fields of an old box's row. 0, a log without rows, counts as the present box.
+[[nodiscard]] constexpr bool Is_Short_Row(int field_count) {
+  return field_count > 0 && field_count < new_format_fields;
+}
+
 /// Layout of the log in LogArray. Written by Load_Default_Signal_Names and
 /// Load_Old_Signal_Positions_InLogDataArray.
 extern Log_Layout log_layout;

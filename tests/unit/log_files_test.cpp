@@ -9,6 +9,7 @@
 #include "settings/image.h"
 #include "support/file_size_limit.h"
 #include "support/log_fixture.h"
+#include "support/other_user.h"
 #include "support/test_folders.h"
 
 namespace kx::test {
@@ -32,6 +33,29 @@ class Log_Files : public Log_Fixture {
     Open_File(path);
     return path;
   }
+  /// Three_Rows of settings that reading does not change, so that the file comes back as it is.
+  std::string Steady_File() {
+    Signal_Row(14).custom_name = Signal_Row(15).custom_name = "Time";  // "," is read as "."
+    log_settings.txt_Log_Length = "0.10 s";
+    Log_File_Name = "log.kxl";
+    Log_Chart_Last = 3;
+    return Three_Rows();
+  }
+  /// A row of an old box: its RPM field and 12 fields from 101 on.
+  static std::string Short_Row(const std::string& rpm) {
+    std::string row = rpm + " ";
+    for (int i = 1; i <= 12; ++i) row += std::to_string(100 + i) + " ";
+    return row;
+  }
+  static void Expect_Same_Cells(const Log_Array& expected) {
+    for (int slot = 0; slot <= log_slot_count; ++slot) {
+      for (int row = 1; row <= Log_Rows; ++row) {
+        ASSERT_EQ(LogArray.Has(row, slot), expected.Has(row, slot)) << row << " " << slot;
+        if (!expected.Has(row, slot)) continue;
+        ASSERT_EQ(LogArray(row, slot), expected(row, slot)) << row << " " << slot;
+      }
+    }
+  }
   std::string Three_Rows() {
     return File({Row("1.0000", "001"), Row("2.0000", "002"), Row("3.0000", "003")});
   }
@@ -40,14 +64,9 @@ class Log_Files : public Log_Fixture {
 TEST_F(Log_Files, A_File_Comes_Back_Byte_For_Byte) {
   log_settings.txt_Log_Date = "2024-05-06";
   log_settings.txt_Log_Free_Text = "T\xE5ng \x81\x8D\xFF";
-  log_settings.txt_Log_Length = "0.10 s";
   Signal_Row(2).custom_name = "\x80uro";
-  Signal_Row(14).custom_name = Signal_Row(15).custom_name = "Time";  // "," is read as "."
   Log_Sens_Def_Tab[3].unit = "\xB0";
-  Log_File_Name = "log.kxl";
-  Log_Chart_Last = 3;
-  Update_Log_Settings();
-  const std::string bytes = Three_Rows();
+  const std::string bytes = Steady_File();
   const std::string path = Open_With(bytes);
   EXPECT_EQ(Log_Rows, 3);
   EXPECT_TRUE(Log_File_Present);
@@ -122,6 +141,107 @@ TEST_F(Log_Files, Old_And_Damaged_Files) {
   EXPECT_EQ(Log_Rows, 0);
   Expect_Box("System could not repair the file");
   EXPECT_FALSE(Open_File(folder_.Path("gone.kxl")));
+}
+
+TEST_F(Log_Files, An_Old_File_Is_Saved_As_The_Present_Version_And_Comes_Back) {
+  for (const std::string version : {"3.4", "3.2", "none"}) {
+    SCOPED_TRACE(version);
+    Reset_Log_State();
+    Load_All_Default_Log_Settings();
+    std::string bytes = File({Short_Row("2.0000"), Short_Row("2.0500"), Short_Row("2.1000")});
+    const std::size_t at = bytes.find("=3.5") + 1;
+    bytes.replace(at, 3, version);
+    if (version == "none") bytes = bytes.substr(bytes.find("[log_data]"));
+    const std::string path = Open_With(bytes);
+    EXPECT_EQ(Log_Rows, 3);
+    EXPECT_DOUBLE_EQ(LogArray(1, 5), 104 * 0.2 - 25.4) << "ignition";
+    EXPECT_DOUBLE_EQ(LogArray(1, 6), 105 * 0.204) << "injection";
+    EXPECT_EQ(LogArray(2, 22), 20) << "least power shown";
+    if (version == "none") {
+      EXPECT_EQ(Signal_Row(4).custom_name, "IGNITION");
+      EXPECT_EQ(Signal_Row(12).custom_name, "AN4 (slave)");
+      EXPECT_FALSE(Signal_Row(13).shown);
+      EXPECT_EQ(Signal_Caption(21), "POWER [hp]");
+    }
+    const Log_Array read = LogArray;
+    const Log_Settings settings = log_settings;
+    ASSERT_TRUE(Save_File(path));
+    EXPECT_NE(folder_.Read("log.kxl").find("Log_File_Version=3.5"), std::string::npos);
+    Reset_Log_State();
+    ASSERT_TRUE(Open_File(path));
+    EXPECT_EQ(log_settings, settings);
+    Expect_Same_Cells(read);
+  }
+}
+
+TEST_F(Log_Files, The_Rows_Choose_The_Slots_Whatever_Was_Open_Before) {
+  Log_Data_Text = Data({"a", Short_Row("2.0000"), Short_Row("2.1000")});
+  KX_Log_Data_Read();
+  EXPECT_EQ(log_layout, Log_Layout::old);
+  Log_Data_Text = Data({"a", Row("2.0000", "100"), Row("2.1000", "100")});
+  KX_Log_Data_Read();
+  EXPECT_EQ(log_layout, Log_Layout::current);
+}
+
+/// No editor made it, but nothing may take long with it, cut it or fall over it.
+TEST_F(Log_Files, A_Line_Of_A_Megabyte_In_Each_Place) {
+  const std::string line(1 << 20, '1');
+  const std::string steady = Steady_File();
+  const std::string first_row = Row("1.0000", "001") + "\r\n";
+  struct Case {
+    std::string before;
+    std::string line;
+    int rows;
+  };
+  for (const Case& c : std::vector<Case>{{"Log_Description=", line, 3},
+                                         {"Log_Def2=", line, 3},
+                                         {"Log_Sens_Def16=", line, 3},
+                                         {"[readable_settings]\r\n", line + "\r\n", 3},
+                                         {"[log_dataset]\r\n", line + "\r\n", 3},
+                                         {"[end log_settings]\r\n", line + "\r\n", 3},
+                                         {first_row, "RPM" + line + "\r\n", 3},
+                                         {first_row, line + "\r\n", 4},
+                                         {"\r\na\r\n", line + "\r\n", 1}}) {
+    SCOPED_TRACE(c.before);
+    std::string bytes = steady;
+    bytes.insert(bytes.find(c.before) + c.before.size(), c.line);
+    const std::string path = Open_With(bytes);
+    EXPECT_EQ(Log_Rows, c.rows);
+    ASSERT_TRUE(Save_File(path));
+    const bool between_sections = c.before.starts_with("[end");
+    if (c.rows != 3) continue;
+    EXPECT_TRUE(folder_.Read("log.kxl") == (between_sections ? steady : bytes));
+  }
+}
+
+TEST_F(Log_Files, A_Read_Only_Folder) {
+  const std::string good = Three_Rows();
+  const std::string damaged = folder_.Write("damaged.kxl", good + "\x1A");
+  const std::string path = Open_With(good);
+  const std::string other = folder_.Path("new.kxl");
+  ::chmod(path.c_str(), 0666);
+  ::chmod(damaged.c_str(), 0666);
+  ::chmod(folder_.Path().c_str(), 0555);
+  {
+    const Other_User user;
+    log_settings.txt_Weight = "1111";
+    Mark_Log_Unsaved();
+    Expect_Box(other + ": Permission denied");
+    EXPECT_FALSE(Save_File(other));
+    EXPECT_EQ(Log_Window_Caption(), "*log.kxl");
+    Expect_Box("Do you want to save current log file: log.kxl?", platform::Answer::no);
+    Expect_Box("System could not repair the file");
+    EXPECT_FALSE(Open_File(damaged));
+    EXPECT_EQ(Log_Rows, 3);  // the log before
+    Expect_Box("Do you really want to delete this file?", platform::Answer::yes);
+    Expect_Box(path + ": Permission denied");
+    File1_Delete("log.kxl");
+    EXPECT_TRUE(Save_File(path));  // the file itself may be written
+  }
+  ::chmod(folder_.Path().c_str(), 0755);
+  EXPECT_FALSE(Log_File_Unsaved);
+  EXPECT_EQ(folder_.Read("damaged.kxl"), good + "\x1A");
+  EXPECT_NE(folder_.Read("log.kxl").find("Log_Hp=1111"), std::string::npos);
 }
 
 TEST_F(Log_Files, An_End_Of_Text_Mark_Is_Repaired_On_Disk) {
