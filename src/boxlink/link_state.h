@@ -14,8 +14,8 @@ extern bool Verify_Mode;   ///< the read in progress compares instead of loading
 extern bool Write_Mode;    ///< a write is in progress: its comparison marks bytes and is otherwise silent
 extern bool Write_Verify;  ///< the comparison in progress is the read-back of a write
 
-/// A line that was lost in an open run has left the box there. The next operation that opens the port ends
-/// the run first.
+/// An operation has ended in an open run: the line was lost, or nobody has waited to see whether the box has
+/// heard the "$". The next operation sends it before anything else.
 extern bool Run_Left_Open;
 
 /// Clears the three modes; every way out of a transfer does.

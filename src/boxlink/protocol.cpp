@@ -29,11 +29,17 @@ void Report_Port(std::string_view end) {
   rs232_text.Set(std::string(words::port_word) + std::to_string(Port_Number()) + std::string(end));
 }
 
-/// The "!" CR LF of a box that stood in a run must not count as part of an answer.
-void End_Old_Run() {
-  Run_Left_Open = false;
-  std::string answer;
-  (void)Send_Wait_Rec("$", 0.1, 3, answer);
+/// Opens the closed port, or tells why it cannot.
+bool Open_Port() {
+  const int number = Port_Number();
+  MSComm1.Set_CommPort(number);
+  MSComm1.Set_Settings(line_settings);
+  const platform::Port_Error error = MSComm1.Set_PortOpen(true);
+  rs232_tool_tip.Set(Open_Help(error, number, MSComm1.Device()));
+  if (error.Ok()) return true;
+  Box_Info_OK = false;
+  rs232_text.Set(std::string(words::failed_to_open) + std::to_string(number) + " >");
+  return false;
 }
 
 }  // namespace
@@ -42,21 +48,20 @@ void Leave_Other_Port() {
   if (!Transfer_Running() && MSComm1.CommPort() != Com_Port_Number) MSComm1.Set_PortOpen(false);
 }
 
+/// The "!" CR LF of a box that stood in a run must not count as part of an answer.
+void End_Run_Left_Open() {
+  if (!Run_Left_Open) return;
+  std::string answer;
+  (void)Send_Wait_Rec("$", 0.1, 3, answer);
+  Run_Left_Open = false;
+}
+
+/// The port may have been opened by hand since the run was left.
 bool Open_For_Transfer() {
   if (Transfer_Ending()) return false;
-  if (MSComm1.PortOpen()) return true;
-  const int number = Port_Number();
-  MSComm1.Set_CommPort(number);
-  MSComm1.Set_Settings(line_settings);
-  const platform::Port_Error error = MSComm1.Set_PortOpen(true);
-  rs232_tool_tip.Set(Open_Help(error, number, MSComm1.Device()));
-  if (error.Ok()) {
-    if (Run_Left_Open && Transfer_Running()) End_Old_Run();
-    return true;
-  }
-  Box_Info_OK = false;
-  rs232_text.Set(std::string(words::failed_to_open) + std::to_string(number) + " >");
-  return false;
+  if (!MSComm1.PortOpen() && !Open_Port()) return false;
+  if (Transfer_Running()) End_Run_Left_Open();
+  return true;
 }
 
 void Open_Box_Port() {

@@ -17,6 +17,10 @@ extern bool Quiet_Close;
 /// runs.
 void Leave_Other_Port();
 
+/// Ends the run in which the operation before may have left the box. For an operation that opens the port by
+/// itself; Open_For_Transfer has it done.
+void End_Run_Left_Open();
+
 /// Opens the port when it is closed. When that fails the status says so, its tool tip what helps, and the
 /// operation of the caller ends; it ends without a word when it was asked to.
 [[nodiscard]] bool Open_For_Transfer();

@@ -64,10 +64,15 @@ std::string Answer_To_End() {
 }
 
 /// Whatever comes next would be data to a box that stands in its run. A "$" that is lost is sent once more;
-/// a box that hears neither hears nothing of what follows either.
+/// when not one character of the run's end comes to that either, nothing may follow.
 void End_Run() {
   bool& open = Current_Transfer().run_open;
-  for (int attempt = 0; open && attempt < 2; ++attempt) open = Answer_To_End().find('!') == std::string::npos;
+  std::string answers;
+  for (int attempt = 0; open && attempt < 2; ++attempt) {
+    answers += Answer_To_End();
+    open = answers.find('!') == std::string::npos;
+  }
+  if (answers.find_first_of("!\r\n") == std::string::npos) throw Transfer_Ended{words::communication_error};
 }
 
 void Report_Write_Error(int i, Write_Log& log) {

@@ -23,21 +23,19 @@ void Tell_Change() {
   if (on_transfer_change) on_transfer_change();
 }
 
-/// The "$" is all that brings a box out of its run. A line that is lost takes none, which is told already.
+/// The "$" is all that brings a box out of its run.
 void Leave_Run() {
   if (!std::exchange(current->run_open, false)) return;
   Run_Left_Open = true;
   if (!MSComm1.PortOpen()) return;
   try {
     MSComm1.Output("$");
-    Run_Left_Open = false;
   } catch (const Failure&) {
     // The next operation sends it.
   }
 }
 
 void Report_Early_End(std::string_view word) {
-  Leave_Run();
   if (current->confirmed)
     Add_To_Journal("Bytes confirmed by the box: " + std::to_string(*current->confirmed));
   if (current->kind.end_early) current->kind.end_early(word);
@@ -46,6 +44,7 @@ void Report_Early_End(std::string_view word) {
 /// The one way out. @p early has the reason of an end before its time.
 void Finish(const Transfer_Ended* early) {
   if (current->kind.rest != nullptr) current->kind.rest();
+  Leave_Run();
   if (early != nullptr) Report_Early_End(early->word);
   Clear_Transfer_Modes();
   current.reset();

@@ -98,6 +98,7 @@ bool Open_Log_Port() {
   MSComm1.Set_CommPort(Com_Port_Number);
   MSComm1.Set_Settings(line_settings);
   if (!MSComm1.Set_PortOpen(true).Ok()) return false;
+  End_Run_Left_Open();
   MSComm1.RThreshold = log_receive_threshold;
   MSComm1.InputLen = log_chunk_length;
   MSComm1.OnComm = Log_OnComm;

@@ -336,8 +336,7 @@ TEST_F(Sync_Engine, A_Write_Sends_What_Was_There_When_It_Began) {
 
 TEST_F(Sync_Engine, No_Command_Goes_Out_Into_An_Open_Run) {
   // v v rd bw 3C dd $: the end of the run is the eleventh character.
-  for (const char* knobs :
-       {"drop_received=11", "corrupt_received=11", "on=$,times=1,refuse", "on=$,refuse"}) {
+  for (const char* knobs : {"drop_received=11", "corrupt_received=11", "on=$,times=1,drop=1"}) {
     CardByte[60] ^= 1;
     Set_Faults(knobs);
     port_.writes.clear();
@@ -346,6 +345,20 @@ TEST_F(Sync_Engine, No_Command_Goes_Out_Into_An_Open_Run) {
     EXPECT_THAT(Journal(), HasSubstr("|UE1 OK |UE2 OK |UE3 OK |")) << knobs;
     EXPECT_EQ(Box().Master, test::As_Sent(CardByte)) << knobs;
   }
+}
+
+/// The box hears none of the ends of its run.
+TEST_F(Sync_Engine, A_Run_Whose_End_Nobody_Hears_Ends_The_Write_And_The_Next_Read_Works) {
+  const auto hear = port_.answer;
+  port_.answer = [hear](const std::string& text) { return text == "$" ? std::string() : hear(text); };
+  CardByte[60] ^= 1;
+  Write_Settings_Click();
+  EXPECT_EQ(Status(), "Write aborted T");
+  EXPECT_EQ(Written(), "bw3C" + dec2hex(CardByte[60], 2) + "$$$");
+  EXPECT_EQ(Box().Master, test::As_Sent(CardByte)) << "a command has become data";
+  port_.answer = hear;
+  Read_Settings_Click();
+  EXPECT_EQ(Status(), "Read finished T");
 }
 
 }  // namespace

@@ -90,6 +90,10 @@ TEST_F(Sync_Engine, The_Journal_Of_A_Write_That_Ends_Early_Says_How_Far_It_Came)
   EXPECT_THROW(Write_Settings_Click(), Failure);
   EXPECT_THAT(Journal(),
               testing::EndsWith("|Some master miss match|Bytes confirmed by the box: 3|Write aborted T|"));
+  loop_.on_turn = nullptr;
+  Open_Box_Port();  // by hand, which must not hide that the box stands in its run
+  Read_Settings_Click();
+  EXPECT_EQ(Status(), "Read finished T");
 }
 
 TEST_P(Sync_Interrupted, A_Second_Click_Is_Not_Entered) {

@@ -162,6 +162,14 @@ TEST_F(Live_Log_Test, A_Pulled_Cable_Is_Told_Once_And_Costs_No_Row) {
   Expect_Next_Log_Works();
 }
 
+TEST_F(Live_Log_Test, A_Box_That_A_Lost_Line_Left_In_A_Run_Is_Brought_Out_Of_It_First) {
+  line_.The_Box().Feed("bw10");
+  Run_Left_Open = true;
+  const sim::Image before = Box().Master;
+  Expect_Next_Log_Works();
+  EXPECT_EQ(Box().Master, before);
+}
+
 TEST_F(Live_Log_Test, A_Line_Error_Is_Told_And_The_Log_Goes_On) {
   Click();
   loop_.Run(1);
