@@ -15,6 +15,7 @@
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
 #include "boxlink/transfer.h"
+#include "log_tour.h"
 #include "platform/qt/qt_seams.h"
 #include "platform/seams.h"
 #include "settings/image.h"
@@ -56,7 +57,11 @@ class Tour_Ask : public kx::platform::Ask {
 
 class Tour {
  public:
-  Tour(const QDir& out, Tour_Ask& ask, kx::sim::Pty_Box& box) : out_(out), ask_(ask), box_(box) {}
+  Tour(const QDir& out, Tour_Ask& ask, kx::sim::Pty_Box& box)
+      : out_(out),
+        ask_(ask),
+        box_(box),
+        log_(out, [&ask](const QString& file) { ask.Answer_With(file.toStdString()); }) {}
 
   /// Runs all steps; false at the first that fails.
   bool Run() {
@@ -72,7 +77,10 @@ class Tour {
            Step("write to the box", [this] { Write(); }) && Step("verify", [this] { Verify(); }) &&
            Step("read, verify and write the old way", [this] { Old_Engine(); }) &&
            Step("line log", [this] { Export_Line_Log(); }) && Step("save", [this] { Save(); }) &&
-           Step("open and compare 256 bytes", [this] { Open_Again(); });
+           Step("open and compare 256 bytes", [this] { Open_Again(); }) &&
+           Step("open a demo log", [this] { log_.Open_Demo_Log(); }) &&
+           Step("record 15 s of the drive", [this] { log_.Record(); }) &&
+           Step("power over RPM, save, export", [this] { log_.Show_And_Export(); });
   }
 
   void Keep_Journal() {
@@ -318,6 +326,7 @@ class Tour {
   QDir out_;
   Tour_Ask& ask_;
   kx::sim::Pty_Box& box_;
+  kx::bench::Log_Tour log_;
   std::unique_ptr<kx::BoostProgMain> form_;
   kx::Byte_Image before_;
   std::string journal_;

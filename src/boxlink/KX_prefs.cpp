@@ -109,6 +109,10 @@ void KX_prefs::Show_Interface() {
   interface_options_->setExclusive(true);
 }
 
+void KX_prefs::Enable_Apply(bool enabled) {
+  for (const char* name : {"ApplyButton", "OKButton"}) findChild<QPushButton*>(name)->setEnabled(enabled);
+}
+
 void KX_prefs::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (!event->spontaneous()) Guarded([this] { Show_Preferences(); });

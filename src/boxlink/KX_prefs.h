@@ -20,6 +20,9 @@ class KX_prefs : public QWidget {
   /// Selects the option of the present card interface, or none.
   void Show_Interface();
 
+  /// Apply and OK are off while something has the line: the port is not to change under it.
+  void Enable_Apply(bool enabled);
+
  protected:
   void showEvent(QShowEvent* event) override;
 

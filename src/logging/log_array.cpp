@@ -9,10 +9,10 @@ namespace kx {
 
 Log_Array LogArray;
 
-Log_Array::Log_Array() : cells_(static_cast<std::size_t>(rows) * slots, empty) {}
+Log_Array::Log_Array() : cells_(static_cast<std::size_t>(rows) * slot_total, empty) {}
 
 std::size_t Log_Array::Index(int row, int slot) {
-  if (row < 0 || row >= rows || slot < 0 || slot >= slots) Fail_Subscript();
+  if (row < 0 || row >= rows || slot < 0 || slot >= slot_total) Fail_Subscript();
   return static_cast<std::size_t>(slot) * rows + static_cast<std::size_t>(row);
 }
 

@@ -42,11 +42,11 @@ class Log_Array {
 
  private:
   static constexpr int rows = log_capacity + 1;
-  static constexpr int slots = log_slot_count + 1;
+  static constexpr int slot_total = log_slot_count + 1;
   [[nodiscard]] static std::size_t Index(int row, int slot);
 
   std::vector<double> cells_;
-  std::array<std::string, slots> names_;
+  std::array<std::string, slot_total> names_;
 };
 
 /// The log on show. Written by KX_Log_Data_Read, by the live log and by the calculations.

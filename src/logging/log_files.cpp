@@ -147,7 +147,9 @@ void Log_File_Save_As_Click() {
   if (!name || name->empty()) return;
   const std::string bare = name->substr(name->find_last_of('/') + 1);
   if (platform::Exists(*name) && !Ask_Yes_No("Do you want to replace existing file " + bare + "?")) return;
-  if (Save_File(*name)) Log_File_Named = true;
+  if (!Save_File(*name)) return;
+  Log_File_Named = true;
+  Show_Log(log_view_hooks.show_folder);
 }
 
 void Open_Default_File_Click() {

@@ -8,9 +8,13 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTimer>
 #include <array>
 
 #include "boxlink/preferences.h"
+#include "logging/live_log.h"
+#include "logging/log_backup.h"
+#include "logging/log_state.h"
 #include "settings/brand.h"
 #include "settings/notice.h"
 #include "settings/refresh.h"
@@ -75,7 +79,11 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   Set_Hooks();
   Guarded(Load_Event);
   prefs_ = std::make_unique<KX_prefs>();
+  connect(communication_, &Communication_Panel::Transfers_Enabled, prefs_.get(), &KX_prefs::Enable_Apply);
+  log_ = std::make_unique<KX_Log>();
+  connect(log_.get(), &KX_Log::Summary_Wanted, this, &BoostProgMain::Open_Summary);
   Show_Title();
+  QTimer::singleShot(0, this, &BoostProgMain::Offer_Backup);
 }
 
 BoostProgMain::~BoostProgMain() {
@@ -168,6 +176,7 @@ void BoostProgMain::Make_Menus() {
   QAction* summary =
       settings->addAction("Setting &summary...", QKeySequence("F3"), this, &BoostProgMain::Open_Summary);
   summary->setObjectName("Setting_Summary");
+  Make_Log_Menu();
   QMenu* help = menuBar()->addMenu("&Help");
   help->menuAction()->setObjectName("Help_menu");
   help->menuAction()->setVisible(Brand_Has_Help_Menu());
@@ -187,15 +196,31 @@ void BoostProgMain::Make_Tab_Keys() {
   }
 }
 
-/// A box for text would take undo and redo for its own text. They are the tune's, but in the description.
+/// A box for text would take undo and redo for its own text. They are the tune's, but in the description and
+/// in the windows of the log.
 bool BoostProgMain::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::ShortcutOverride) return QMainWindow::eventFilter(watched, event);
   const QKeyCombination keys = static_cast<QKeyEvent*>(event)->keyCombination();
   const bool of_the_tune = (keys == undo_keys || keys == redo_keys) && !general_->Description_Has_Focus() &&
-                           QApplication::activeModalWidget() == nullptr;
+                           QApplication::activeModalWidget() == nullptr &&
+                           !(log_ && log_->Owns(QApplication::activeWindow()));
   if (!of_the_tune) return QMainWindow::eventFilter(watched, event);
   event->ignore();
   return true;
+}
+
+void BoostProgMain::Make_Log_Menu() {
+  QMenu* log = menuBar()->addMenu("&Log");
+  QAction* window =
+      log->addAction("&Log window...", QKeySequence("F8"), this, &BoostProgMain::Open_Log_Window);
+  window->setObjectName("log_window");
+  QAction* start = log->addAction("&Start or stop a log");
+  start->setObjectName("Direct_startlog");
+  start->setShortcut(QKeySequence("F9"));
+  On_Trigger(start, [this] {
+    cmd_Open_Com_Click();
+    Open_Log_Window();
+  });
 }
 
 void BoostProgMain::Set_Hooks() {
@@ -256,6 +281,14 @@ void BoostProgMain::Open_Summary() {
   Open_Form(*summary_, *this);
 }
 
+void BoostProgMain::Open_Log_Window() { log_->Open(*this); }
+
+/// What a killed program has left of its log comes on show when the user wants it.
+void BoostProgMain::Offer_Backup() {
+  Guarded(Offer_Unfinished_Backup);
+  if (Log_File_Present && Log_File_Unsaved) Open_Log_Window();
+}
+
 /// Box settings go down and come back with the main form.
 void BoostProgMain::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
@@ -276,6 +309,7 @@ void BoostProgMain::closeEvent(QCloseEvent* event) {
   config_->close();
   summary_->close();
   prefs_->close();
+  log_->Leave();
   event->accept();
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "boxlink/KX_prefs.h"
+#include "logging/KX_Log.h"
 #include "workspace/KX_Config.h"
 #include "workspace/KX_Setting_Summary.h"
 #include "workspace/panels/Analog_Panel.h"
@@ -45,6 +46,9 @@ class BoostProgMain : public QMainWindow {
   void Show_Table(Table table);
   void Tab_Changed();
   void Open_Summary();
+  void Make_Log_Menu();
+  void Open_Log_Window();
+  void Offer_Backup();
 
   Control_Index controls_;
   QTabWidget* sstab_Main_;
@@ -58,6 +62,7 @@ class BoostProgMain : public QMainWindow {
   std::unique_ptr<KX_Config> config_;
   std::unique_ptr<KX_Setting_Summary> summary_;
   std::unique_ptr<KX_prefs> prefs_;
+  std::unique_ptr<KX_Log> log_;
   bool config_was_visible_ = false;  ///< before the main form was minimised
 };
 

@@ -27,10 +27,15 @@ KX_Setting_Summary::KX_Setting_Summary(QWidget* parent) : QMainWindow(parent), t
   auto* box_settings = new QPushButton("&Box settings");
   box_settings->setObjectName("cmd_View_Box_Settings");
   On_Click(box_settings, Summary_View_Box_Settings_Click);
+  auto* log_settings_button = new QPushButton("Log settings");
+  log_settings_button->setObjectName("cmd_View_Log_Settings");
+  log_settings_button->setToolTip("What the log in the log window keeps of its settings and of the box");
+  On_Click(log_settings_button, Summary_View_Log_Settings_Click);
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(box_settings);
+  buttons->addWidget(log_settings_button);
   buttons->addStretch(1);
   layout->addLayout(buttons);
   layout->addWidget(text_, 1);
@@ -54,6 +59,7 @@ void KX_Setting_Summary::Make_Menus() {
   entry(file, "Print", "&Print...", QKeySequence::Print, [this] { Print(); });
   QMenu* view = menuBar()->addMenu("&View");
   entry(view, "View_box_settings", "&Box settings", {}, Summary_View_Box_Settings_Click);
+  entry(view, "View_Log_file_settings", "&Log settings", {}, Summary_View_Log_Settings_Click);
 }
 
 void KX_Setting_Summary::Show_With_Box_Settings() { Guarded(Summary_View_Box_Settings_Click); }

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <string>
 
+#include "logging/log_state.h"
 #include "platform/files.h"
 #include "platform/seams.h"
 #include "settings/message.h"
 #include "settings/session.h"
+#include "settings/text_encoding.h"
 #include "workspace/rich_text.h"
 #include "workspace/setting_summary.h"
 
@@ -34,6 +36,16 @@ void Write_To(const std::string& name) {
 void Summary_View_Box_Settings_Click() {
   summary_file.clear();
   Update_Readable_Setting_Window();
+}
+
+void Summary_View_Log_Settings_Click() {
+  summary_file.clear();
+  std::string text;
+  for (const std::string* block :
+       {&Log_Setting_Text, &Log_Sens_Def_Text, &Readable_Settings_Text, &Log_Dataset_Text}) {
+    text += From_Windows_1252(*block) + Crlf();
+  }
+  txt_SettingSummary.Set(text);
 }
 
 void Summary_Open_Click() {

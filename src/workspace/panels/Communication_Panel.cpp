@@ -190,6 +190,7 @@ void Communication_Panel::Enable_Transfers(bool enabled) {
     if (!enabled && button->hasFocus()) status_line_->setFocus();
   }
   for (QPushButton* button : transfer_buttons_) button->setEnabled(enabled);
+  emit Transfers_Enabled(enabled);
 }
 
 QWidget* Communication_Panel::Make_Card_Tab() {

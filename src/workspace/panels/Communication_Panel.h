@@ -23,6 +23,10 @@ class Communication_Panel : public QTabWidget {
   /// The tab that the configuration asks for, without storing it again.
   void Show_Layout();
 
+ signals:
+  /// A transfer, or a log, has taken the line or given it back.
+  void Transfers_Enabled(bool enabled);
+
  private:
   QWidget* Make_Card_Tab();
   QWidget* Make_Box_Tab();

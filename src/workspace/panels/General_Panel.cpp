@@ -9,6 +9,8 @@
 #include "settings/session.h"
 #include "widgets/elided_label.h"
 #include "widgets/form_helpers.h"
+#include "widgets/scroll_page.h"
+#include "workspace/panels/Live_Values_Panel.h"
 
 namespace kx {
 namespace {
@@ -53,6 +55,7 @@ General_Panel::General_Panel(QWidget* parent)
   notes_layout->addWidget(description_);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(tune);
+  layout->addWidget(new Scroll_Page(new Live_Values_Panel));  // gives way on a small screen
   layout->addWidget(notes, 1);
 }
 

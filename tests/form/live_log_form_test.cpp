@@ -1,0 +1,97 @@
+#include <QLabel>
+#include <QPushButton>
+
+#include "log_form_fixture.h"
+#include "logging/live_log.h"
+#include "settings/ini_file_adm.h"
+#include "settings/session.h"
+#include "sim/pty_box.h"
+#include "widgets/form_helpers.h"
+
+namespace kx {
+namespace {
+
+/// The log window on a simulated box that streams its drive at its own pace.
+class Live_Log_Form : public Log_Form_Fixture {
+ protected:
+  void SetUp() override {
+    Log_Form_Fixture::SetUp();
+    ASSERT_EQ(box_.Start(), "");
+    Write_Key("com_device9", box_.Path());
+    Com_Port_Number = 9;
+    log_settings.check_SettingsInLogg = false;
+    log_settings.txt_Show_Log_Interval = "0.1";
+  }
+  static bool Comes(const std::function<bool()>& event) { return QTest::qWaitFor(event, 20000); }
+  QPushButton* Start() { return In_Log<QPushButton>("cmd_Open_Com"); }
+  void Switch_Off_After(std::size_t rows) {
+    sim::Faults faults;
+    faults.Log_Off = rows;
+    faults.Log_Off_Seconds = 60;
+    box_.With_Line([&](sim::Line& line) { line.Set_Faults(faults); });
+  }
+
+  sim::Pty_Box box_{sim::Line()};
+};
+
+TEST_F(Live_Log_Form, Start_Shows_The_Drive_And_Stop_Keeps_It) {
+  Trigger("Direct_startlog");
+  EXPECT_EQ(Start()->text(), "STOP");
+  EXPECT_TRUE(Start()->font().bold());
+  ASSERT_TRUE(Comes([] { return Log_Row_Count > 15; }));
+  EXPECT_EQ(log_->windowTitle(), "*KXLog-.kxl");
+  EXPECT_TRUE(Find<QLineEdit>("txt_Live_1")->text().endsWith(" rpm"));
+  EXPECT_TRUE(Find<QLineEdit>("txt_Live_7")->text().endsWith(" ms"));
+  EXPECT_GT(Chart()->xAxis->range().upper, 0.5);
+  ASSERT_TRUE(Comes([this] { return In_Log<QLabel>("txt_Logging_alert")->isVisible(); }));
+  for (const char* off : {"cmd_Clear_Logg", "view_logg"}) {
+    EXPECT_FALSE(In_Log<QPushButton>(off)->isEnabled()) << off;
+  }
+  for (const char* off : {"Read_Settings", "Write_Settings", "Verify_Settings", "Connect_Info"}) {
+    EXPECT_FALSE(Find<QPushButton>(off)->isEnabled()) << off;
+  }
+  EXPECT_FALSE(Part<QPushButton>(Window("KX_prefs"), "ApplyButton")->isEnabled());
+  EXPECT_FALSE(In_Log<QAction>("Log_File_Open")->isEnabled());
+  Press("cmd_ZoomIn");
+
+  const int received = Log_Row_Count;
+  Press("cmd_Open_Com");
+  EXPECT_EQ(Start()->text(), "START");
+  EXPECT_GE(Log_Rows, received);
+  EXPECT_EQ(std::pair(Log_Chart_First, Log_Chart_Last), std::pair(1, Log_Rows));
+  EXPECT_EQ(Find<QLineEdit>("txt_Live_1")->text(), "");
+  EXPECT_FALSE(In_Log<QLabel>("txt_Logging_alert")->isVisible());
+  EXPECT_TRUE(Find<QPushButton>("Read_Settings")->isEnabled());
+  EXPECT_TRUE(Part<QPushButton>(Window("KX_prefs"), "ApplyButton")->isEnabled());
+  EXPECT_FALSE(Log_File_Unsaved) << "saved by itself";
+  EXPECT_TRUE(QFile::exists(Text(folder() + Log_File_Name)));
+  Press("cmd_Clear_Logg");
+  EXPECT_EQ(Log_Rows, 0);
+  EXPECT_EQ(In_Log<QLineEdit>("txt_Log_Length")->text(), "0,0 s");
+}
+
+TEST_F(Live_Log_Form, Silence_Is_Told_And_A_Log_To_File_Draws_Nothing) {
+  box_.Stop();
+  log_settings.check_LogToFileOnly = true;
+  Expect_Box("Could not open Com port. Please check settings");
+  Press("cmd_Open_Com");
+  EXPECT_EQ(Start()->text(), "START");
+
+  Switch_Off_After(40);
+  ASSERT_EQ(box_.Start(), "");
+  Write_Key("com_device9", box_.Path());
+  Press("cmd_Open_Com");
+  EXPECT_TRUE(In_Log<QLabel>("label_NoGraph")->isVisible());
+  EXPECT_FALSE(Chart()->isVisible());
+  ASSERT_TRUE(Comes([] { return Shown_Live_Log().logging_alert; }));
+  auto* alert = In_Log<QLabel>("txt_NoConnection_alert");
+  ASSERT_TRUE(Comes([=] { return alert->isVisible(); }));
+  EXPECT_EQ(alert->text(), "No response from system! \nPlease check connection.");
+  Expect_Box("There were some interruptions during the log");
+  EXPECT_TRUE(log_->close()) << "the log ends with its window";
+  EXPECT_FALSE(Log_Running());
+  EXPECT_EQ(Log_Rows, 0) << "decoded when it is opened";
+}
+
+}  // namespace
+}  // namespace kx
