@@ -26,7 +26,11 @@ QColor Signal_Colour(int row) {
 }
 
 QCPRange Round_Value_Range(double low, double high) {
-  const double span = std::max(high - low, smallest_span);
+  const double missing = std::max(0.0, smallest_span - (high - low));
+  // A flat curve stands in the middle of its axis, but the axis does not go below 0 for it.
+  low = low >= 0 ? std::max(0.0, low - missing / 2) : low - missing / 2;
+  high = std::max(high, low + smallest_span);
+  const double span = high - low;
   const double step = Nice_Step(span / 6);
   // A curve that never goes below 0 has no use for an axis that does.
   const double below = low >= 0 ? 0 : span * 0.04;

@@ -21,6 +21,7 @@
 #include "widgets/elided_label.h"
 #include "widgets/form_helpers.h"
 #include "widgets/open_form.h"
+#include "widgets/program_icon.h"
 #include "widgets/scroll_page.h"
 #include "widgets/wheel_guard.h"
 #include "workspace/box_settings.h"
@@ -71,6 +72,7 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   setObjectName("BoostProgMain");
   Prepare_Start();
   if (!Program_Name.empty()) QApplication::setApplicationName(Text(Program_Name));
+  QApplication::setWindowIcon(Program_Icon());
   Make_Layout();
   Make_Menus();
   Make_Tab_Keys();

@@ -16,9 +16,9 @@ constexpr std::array tips{
     Control_Tip{"rpm_calc_scroll", "Ignition pulses that the box gets in two revolutions of the engine"},
     Control_Tip{"rpm_calc_scroll_s", "The same pulses for the slave"},
     Control_Tip{"HScroll1", "Most that all retards together may take from the spark advance"},
-    Control_Tip{"inboostlevel", "Voltage of the boost sensor above which the engine counts as in boost"},
-    Control_Tip{"boost_limit_scroll", "Voltage of the boost sensor at which fuel is cut"},
-    Control_Tip{"An2_func_Scroll", "Voltage of the boost sensor from which the function of Analog 2 works"},
+    Control_Tip{"inboostlevel", "Voltage of the boost sensor from which the engine counts as in boost"},
+    Control_Tip{"boost_limit_scroll", "Highest boost that the box allows, as voltage of the boost sensor"},
+    Control_Tip{"An2_func_Scroll", "Limit of the Analog 2 function, as voltage"},
     Control_Tip{"rpm_openinj_scroll", "Engine speed from which forced injection is allowed"},
     Control_Tip{"volt_openinj_scroll", "Boost voltage from which injection is forced"},
     Control_Tip{"pulse_openinj_scroll", "Length of the forced fuel pulse"},
@@ -53,8 +53,10 @@ constexpr std::array tips{
     Control_Tip{"master", "A slave takes its tune from a master. Choose Slave for the slave box only"},
     Control_Tip{"ig_mode_combo", "Whether the master may advance the spark or only retard it"},
     Control_Tip{"ig_mode_slave_combo", "Whether the slave may advance the spark or only retard it"},
-    Control_Tip{"igtable_mode_combo",
-                "Units of the two ignition tables. The bytes stay, their meaning changes"},
+    Control_Tip{
+        "igtable_mode_combo",
+        "Units of the two ignition tables. The bytes stay, their meaning changes; the precision of the "
+        "Ignition RPM table goes to low"},
     Control_Tip{"Ext_stock", "How fuel is added in boost; also sets the unit of the Fuel Load table"},
     Control_Tip{"max_ret",
                 "Clips the retard at the slider's value. The same bit chooses the resolution of the "

@@ -5,6 +5,8 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMap>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -18,7 +20,9 @@
 #include "form_fixture.h"
 #include "settings/image.h"
 #include "settings/session.h"
+#include "widgets/line_chart.h"
 #include "widgets/table_grid.h"
+#include "workspace/analog2.h"
 #include "workspace/box_settings.h"
 #include "workspace/history.h"
 
@@ -236,6 +240,106 @@ TEST_F(Window, Box_Settings_Stand_In_Two_Columns_When_Wide_And_Show_What_Is_Open
   EXPECT_GT(bar->value(), 0);
   Key(config, Qt::Key_Escape);
   EXPECT_FALSE(config->isVisible());
+}
+
+TEST_F(Window, Mnemonics_Of_A_Form_Do_Not_Clash) {
+  Trigger("Box_Settings");
+  QTest::mouseClick(Other_Form("KX_Config")->findChild<QPushButton*>("cmd_View_Advanced"), Qt::LeftButton);
+  Trigger("PC_Settings");
+  Trigger("Setting_Summary");
+  EXPECT_FALSE(form().windowIcon().isNull());
+  for (QWidget* top : QApplication::topLevelWidgets()) {
+    if (!top->isVisible()) continue;
+    QMap<QString, QString> owners;
+    const auto take = [&](const QString& caption) {
+      const QString keys = QKeySequence::mnemonic(caption).toString();
+      if (keys.isEmpty()) return;
+      EXPECT_FALSE(owners.contains(keys)) << (caption + " and " + owners[keys]).toStdString();
+      owners[keys] = caption;
+    };
+    for (const QPushButton* button : top->findChildren<QPushButton*>()) {
+      if (button->isVisible()) take(button->text());
+    }
+    for (const QMenuBar* bar : top->findChildren<QMenuBar*>())
+      for (const QAction* menu : bar->actions()) take(menu->text());
+  }
+}
+
+TEST_F(Window, A_Grid_With_The_Focus_Looks_Different) {
+  Show(Table::fuel_load);
+  auto* grid = Find<Table_Grid>("Fuel_MAP_Grid");
+  Pick(Table::fuel_load, 5);
+  const auto colours = [grid] {
+    const QImage picture = grid->viewport()->grab().toImage();
+    const QRect cell = grid->visualRect(grid->model()->index(4, 0));
+    return std::pair(picture.pixelColor(0, picture.height() / 2),
+                     picture.pixelColor(cell.left() + 4, cell.bottom() - 2));
+  };
+  grid->setFocus();
+  const auto with = colours();
+  Find<QWidget>("set_table_text")->setFocus();
+  const auto without = colours();
+  EXPECT_EQ(with.first, grid->palette().color(QPalette::Highlight)) << "the frame";
+  EXPECT_NE(without.first, with.first);
+  EXPECT_NE(without.second, with.second) << "the selection";
+}
+
+TEST_F(Window, Rows_Headings_And_Read_Outs_Stand_Where_They_Belong) {
+  const auto place = [this](std::string_view name) {
+    auto* control = Find<QWidget>(name);
+    return QRect(control->mapTo(&form(), QPoint()), control->size());
+  };
+  form().resize(1280, 720);
+  Find<QTabWidget>("sstab_Main")->setCurrentIndex(2);
+  Find<QTabWidget>("SSTab_Fuel")->setCurrentIndex(2);
+  for (const char* mode : {"Ind_Trim_Option(1)", "Ind_Trim_Option(0)"}) {
+    Find<QRadioButton>(mode)->click();
+    QApplication::processEvents();
+    const bool individual = Get_Field(map::individual_trim) == 1;
+    EXPECT_EQ(place("scroll(36)").center().y() == place("scroll(25)").center().y(), individual) << mode;
+    for (int n = 37; n <= 39; ++n) {
+      const auto master = place("scroll(" + std::to_string(n) + ")");
+      EXPECT_EQ(master.center().y(), place("scroll(" + std::to_string(n - 11) + ")").center().y()) << n;
+      EXPECT_EQ(master.left(), place("scroll(24)").left()) << n;
+    }
+    if (individual) {
+      EXPECT_EQ(place("scroll(36)").left(), place("scroll(37)").left());
+      EXPECT_EQ(place("scroll_text(36)").left(), place("scroll_text(37)").left());
+    }
+    EXPECT_EQ(Find<QWidget>("Injector_Trim_Frame")->isAncestorOf(Find<QWidget>("scroll(36)")), individual);
+  }
+  Set_Field(map::an2_mode, an2_mode::curve);
+  Refresh_Whole_Image();
+  Show(Table::analog2);
+  auto* chart = Find<Line_Chart>("an2_out_chart");
+  ASSERT_TRUE(chart->isVisible());
+  chart->replot();
+  EXPECT_LE(chart->plotLayout()->element(0, 0)->outerRect().bottom(), chart->axisRect()->outerRect().top())
+      << "the read-out, above the curve and its legend";
+  EXPECT_GT(chart->axisRect()->outerRect().height(), 60);
+  QLabel* caption = nullptr;
+  for (QLabel* label : Find<QWidget>("Curve_Generator_Frame")->findChildren<QLabel*>())
+    if (label->text() == "Offset") caption = label;
+  ASSERT_NE(caption, nullptr);
+  EXPECT_EQ(caption->mapTo(&form(), QPoint()).x(), place("an_offset").left());
+}
+
+TEST_F(Window, Frames_Beside_Each_Other_Go_Below_Each_Other_When_The_Page_Is_Narrow) {
+  Show(Table::ignition_load);
+  const auto page = [this] {
+    QWidget* grid = Find<Table_Grid>("Ig_MAP_Grid");
+    while (qobject_cast<QScrollArea*>(grid) == nullptr || grid->objectName() == "Ig_MAP_Grid")
+      grid = grid->parentWidget();
+    return qobject_cast<QScrollArea*>(grid);
+  }();
+  for (const int width : {1016, 1600}) {
+    form().resize(width, 600);
+    QApplication::processEvents();
+    EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0) << width;
+    const int base = Find<QWidget>("Ignition_Load_Base_Frame")->y();
+    EXPECT_EQ(Find<QWidget>("Retard_Frame")->y() == base, width == 1600) << width;
+  }
+  EXPECT_TRUE(Find<QWidget>("Ig_MAP_Grid")->toolTip().startsWith("Type a value: 0 to 25.5 Deg"));
 }
 
 }  // namespace

@@ -160,7 +160,9 @@ void Communication_Panel::Add_Buttons(QGridLayout* layout, const Rows& rows, int
               &QPushButton::click);
     // "Close port" stays: it is the way out of a transfer that hangs.
     if (row.handler != Com_knapp2_Click) transfer_buttons_.push_back(button);
-    layout->addWidget(button, place / a_row, place % a_row);
+    // The last one fills its row.
+    const bool last = &row == &rows.back();
+    layout->addWidget(button, place / a_row, place % a_row, 1, last ? a_row - place % a_row : 1);
     ++place;
   }
 }

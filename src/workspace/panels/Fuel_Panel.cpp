@@ -1,10 +1,11 @@
 #include "workspace/panels/Fuel_Panel.h"
-#include "widgets/form_helpers.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "widgets/beside_or_below.h"
+#include "widgets/form_helpers.h"
 #include "workspace/box_settings.h"
 #include "workspace/temperature_chart.h"
 
@@ -12,6 +13,8 @@ namespace kx {
 namespace {
 
 constexpr int air_temperature_tab = 3;
+constexpr int trim_gap = 20;       ///< pixels between the master's offsets and the slave's
+constexpr int trim_columns = 4;    ///< caption, slider, text, unit
 constexpr int first_trim_row = 1;  ///< of the group that holds scroll(36)
 
 QGridLayout& Rows_Of(const Control_Group& group) { return *qobject_cast<QGridLayout*>(group.layout()); }
@@ -35,10 +38,24 @@ class Trim_Heading : public QLabel {
     painter.drawText(rect(), Qt::AlignTop, text().left(end_of_sentence));
     const QStringList words = text().mid(end_of_sentence).split(' ', Qt::SkipEmptyParts);
     for (qsizetype i = 0; i < words.size(); ++i) {
-      const QRect column(static_cast<int>(width() * i / words.size()), 0, width(), height());
+      const QRect column(static_cast<int>((width() + trim_gap) * i / words.size()), 0, width(), height());
       painter.drawText(column, Qt::AlignBottom, words[i]);
     }
   }
+};
+
+/// Keeps the height of a widget that may stand elsewhere. A row without any widget would lose its spacing,
+/// too.
+class Room_Of : public QWidget {
+ public:
+  explicit Room_Of(const QWidget& guest) : guest_(guest) {
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  }
+  QSize sizeHint() const override { return {0, guest_.sizeHint().height()}; }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ private:
+  const QWidget& guest_;
 };
 
 /// A group without a border of its own, for a part of another frame.
@@ -79,10 +96,7 @@ QWidget* Fuel_Panel::Make_Options(Control_Index& index) {
   }
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
-  auto* top = new QHBoxLayout;
-  top->addWidget(enrichment_);
-  top->addWidget(calibration_, 1);
-  layout->addLayout(top);
+  layout->addWidget(new Beside_Or_Below(enrichment_, calibration_));
   layout->addWidget(acceleration_);
   layout->addWidget(limits);
   layout->addWidget(Make_Trim(index));
@@ -101,20 +115,21 @@ QWidget* Fuel_Panel::Make_Trim(Control_Index& index) {
   first->Scalar("scroll(36)");
   first_trim_ = first;
   master_trim_ = Bare_Group("Master_Trim_Frame", index);
-  master_trim_->Wide(first_trim_);
+  Rows_Of(*master_trim_).addWidget(first_trim_, first_trim_row, 0, 1, trim_columns);
   for (const char* name : {"scroll(37)", "scroll(38)", "scroll(39)", "scroll(24)"})
     master_trim_->Scalar(name);
   auto* slave = Bare_Group("Slave_Trim_Frame", index);
   for (const char* name : {"scroll(25)", "scroll(26)", "scroll(27)", "scroll(28)", "scroll(29)"})
     slave->Scalar(name);
   // The other rows stay where they are when the first one goes to the calibration.
-  Rows_Of(*master_trim_).setRowMinimumHeight(first_trim_row, first_trim_->sizeHint().height());
+  Rows_Of(*master_trim_).addWidget(new Room_Of(*first), first_trim_row, 0);
   for (const Control_Group* group : {first, master_trim_, slave})
-    Rows_Of(*group).setColumnMinimumWidth(0, group->fontMetrics().horizontalAdvance("All injectors"));
+    Rows_Of(*group).setColumnMinimumWidth(0, group->fontMetrics().horizontalAdvance("Inj MM"));
   trim_frame_ = new QWidget;
   trim_frame_->setObjectName("Fuel_trim");
   auto* sides = new QHBoxLayout(trim_frame_);
   sides->setContentsMargins(0, 0, 0, 0);
+  sides->setSpacing(trim_gap);
   sides->addWidget(master_trim_, 1, Qt::AlignTop);
   sides->addWidget(slave, 1, Qt::AlignTop);
   trim->Wide(trim_frame_);
@@ -149,7 +164,8 @@ void Fuel_Panel::Show_Layout() {
   trim_frame_->setEnabled(config_state.Fuel_trim);
   trim_heading_->setText(Text(config_state.Label25));
   Control_Group* place = config_state.Fuel_trim ? master_trim_ : common_trim_;
-  if (first_trim_->parentWidget() != place) Rows_Of(*place).addWidget(first_trim_, first_trim_row, 0, 1, 5);
+  if (first_trim_->parentWidget() != place)
+    Rows_Of(*place).addWidget(first_trim_, first_trim_row, 0, 1, trim_columns);
   first_trim_->findChild<QLabel*>()->setText(config_state.Fuel_trim ? "Inj A" : "All injectors");
   setTabEnabled(air_temperature_tab, config_state.IAT_Fuel_tab);
 }

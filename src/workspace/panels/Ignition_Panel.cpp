@@ -1,7 +1,6 @@
 #include "workspace/panels/Ignition_Panel.h"
 
-#include <QHBoxLayout>
-
+#include "widgets/beside_or_below.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
@@ -17,12 +16,7 @@ Ignition_Panel::Ignition_Panel(Control_Index& index, QWidget* parent)
   retard->Scalar("HScroll1");
   retard->Choice("max_ret");
   retard->Choice("AR_Enable");
-  auto* below = new QWidget;
-  auto* beside = new QHBoxLayout(below);
-  beside->setContentsMargins(0, 0, 0, 0);
-  beside->addWidget(base);
-  beside->addWidget(retard, 1);
-  load->Add_Below(below);
+  load->Add_Below(new Beside_Or_Below(base, retard));
 
   Table_Page* rpm = Add_Page("Ignition RPM", Table::ignition_rpm, {Chart_Id::IgRPMChart});
   rpm_help_ = Named_Text("Label_IG_RPM");

@@ -5,6 +5,7 @@
 
 #include "widgets/form_helpers.h"
 #include "workspace/cell_editing.h"
+#include "workspace/table_meaning.h"
 #include "workspace/table_operations.h"
 #include "workspace/view_hooks.h"
 
@@ -78,13 +79,14 @@ void Table_Page::Show_Values() {
   grid_->setToolTip(Tip());
 }
 
-/// Unit from the heading of the values; the range stands in the table panel.
+/// With the range and unit that the bytes have now; a sensor that is missing leaves none to tell.
 QString Table_Page::Tip() const {
-  const Grid& grid = Grid_Of(table_);
-  const QString unit = grid.Rows() > 0 ? Text(grid.Text(0, Row_Of(table_).text_column)) : QString();
-  return "Type a value in " + unit +
-         ". Min and Max in the table panel tell its range.\n"
-         "Ctrl+Up and Ctrl+Down: a step up or down; Enter: next row; Ctrl+A: all rows.";
+  const Table_Meaning meaning = Meaning_Of(table_);
+  const QString unit = Text(Unit_Of(meaning));
+  const QString range = QString::number(meaning.limits.min, 'g', 4) + " to " +
+                        QString::number(meaning.limits.max, 'g', 4) + (unit.isEmpty() ? "" : " " + unit);
+  return "Type a value: " + range +
+         "\nCtrl+Up and Ctrl+Down: a step up or down; Enter: next row; Ctrl+A: all rows.";
 }
 
 }  // namespace kx
