@@ -21,7 +21,7 @@ constexpr const char* empty_step = "Empty history step: all bytes 0. Ctrl+Z goes
 Byte_Image& Slot() { return undo_store.at(static_cast<std::size_t>(Undo_Index)); }
 
 void Load_Slot() {
-  history_status.Set("");
+  history_status.Set(Slot() == Byte_Image{} ? empty_step : "");
   const Undo_Busy_Scope loading;
   CardByte = Slot();
   Refresh_Whole_Image();
@@ -49,7 +49,6 @@ void Redo() {
   if (Undo_Index >= last_slot) return;
   ++Undo_Index;
   Load_Slot();
-  if (Slot() == Byte_Image{}) history_status.Set(empty_step);
 }
 
 void Reset_History() {
