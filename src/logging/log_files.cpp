@@ -149,6 +149,7 @@ void Log_File_Save_As_Click() {
   if (platform::Exists(*name) && !Ask_Yes_No("Do you want to replace existing file " + bare + "?")) return;
   if (!Save_File(*name)) return;
   Log_File_Named = true;
+  Show_Log(log_view_hooks.show_file);
   Show_Log(log_view_hooks.show_folder);
 }
 

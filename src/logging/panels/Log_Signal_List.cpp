@@ -1,7 +1,11 @@
 #include "logging/panels/Log_Signal_List.h"
 
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QPixmap>
+#include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "logging/chart_view.h"
 #include "widgets/chart_look.h"
@@ -10,6 +14,8 @@
 
 namespace kx {
 namespace {
+
+constexpr int widest_in_characters = 50;
 
 QIcon Swatch(int row, int size) {
   QPixmap colour(size, size / 2);
@@ -25,7 +31,7 @@ QCheckBox* Tick(const QString& name, int index) {
 
 }  // namespace
 
-Log_Signal_List::Log_Signal_List(QWidget* parent) : QWidget(parent), all_(nullptr) {
+Log_Signal_List::Log_Signal_List(QWidget* parent) : QWidget(parent), all_(nullptr), page_(nullptr) {
   auto* page = new QWidget;
   auto* rows = new QGridLayout(page);
   rows->setContentsMargins(4, 2, 4, 2);
@@ -39,8 +45,13 @@ Log_Signal_List::Log_Signal_List(QWidget* parent) : QWidget(parent), all_(nullpt
   connect(all_, &QCheckBox::clicked, this, [](bool on) { Guarded([on] { Select_All_Signals_Click(on); }); });
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 2, 0, 0);
-  layout->addWidget(all_);
-  layout->addWidget(new Scroll_Page(page), 1);
+  auto* head = new QHBoxLayout;
+  head->addWidget(all_, 1);
+  head->addWidget(new QLabel("2nd"));
+  head->addSpacing(fontMetrics().averageCharWidth() * 3);
+  page_ = new Scroll_Page(page);
+  layout->addLayout(head);
+  layout->addWidget(page_, 1);
 }
 
 void Log_Signal_List::Add_Row(int row, QGridLayout* layout) {
@@ -50,7 +61,6 @@ void Log_Signal_List::Add_Row(int row, QGridLayout* layout) {
   connect(view_[at], &QCheckBox::clicked, this,
           [row](bool on) { Guarded([=] { Check_SignalsToView_Click(row, on); }); });
   secondary_[at] = Tick("Secondary_Check", row);
-  secondary_[at]->setText("2nd");
   connect(secondary_[at], &QCheckBox::clicked, this,
           [row](bool on) { Guarded([=] { Secondary_Check_Click(row, on); }); });
   layout->addWidget(view_[at], row, 0);
@@ -73,6 +83,10 @@ void Log_Signal_List::Show_Names() {
     all = all && (row > last_selected_row || signal.view);
   }
   all_->setChecked(all);
+  // As wide as the names want, within reason: a second scroll bar would hide the boxes at the right.
+  const int wanted = page_->widget()->sizeHint().width() + page_->verticalScrollBar()->sizeHint().width() +
+                     2 * page_->frameWidth();
+  page_->setMinimumWidth(std::min(wanted, fontMetrics().averageCharWidth() * widest_in_characters));
 }
 
 }  // namespace kx

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QGridLayout>
+#include <QScrollArea>
 #include <QWidget>
 #include <array>
 
@@ -24,6 +25,7 @@ class Log_Signal_List : public QWidget {
   void Add_Row(int row, QGridLayout* layout);
 
   QCheckBox* all_;
+  QScrollArea* page_;
   std::array<QCheckBox*, signal_rows> view_{};
   std::array<QCheckBox*, signal_rows> secondary_{};
 };
