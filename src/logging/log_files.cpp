@@ -182,12 +182,11 @@ void Save_as_Default_File_Click() {
 
 void Load_Log_Window() {
   Load_Log_Directory();
-  if (!Log_Settings_File_Name.empty() && platform::Exists(Default_File_Path())) {
-    return Open_Default_File_Click();
-  }
-  Load_All_Default_Log_Settings();
+  Load_All_Default_Log_Settings();  // they stay when the file cannot be opened
   Log_File_Name = Default_Log_Name();
   Show_Log(log_view_hooks.show_file);
+  const bool there = !Log_Settings_File_Name.empty() && platform::Exists(Default_File_Path());
+  if (there) Open_Default_File_Click();
 }
 
 std::string Sound_File_Name(std::string name) {

@@ -35,7 +35,8 @@ void Open_Default_File_Click();
 void Restore_Default_File_Click();
 void Save_as_Default_File_Click();
 
-/// As KX_Log loads: the default log settings file when it is there, else the built-in settings.
+/// As KX_Log loads: the default log settings file when it is there and can be opened, else the built-in
+/// settings.
 void Load_Log_Window();
 
 /// @p name with "-" for each character that a file name cannot hold.

@@ -371,6 +371,16 @@ TEST_F(Log_Files, Default_Settings_File) {
   Save_as_Default_File_Click();
 }
 
+TEST_F(Log_Files, Without_A_Sound_Default_File_The_Built_In_Settings_Stay) {
+  std::filesystem::create_directory(folder_.Path(Log_Settings_File_Name));
+  Reset_Log_State();
+  Expect_Box("System could not repair the file");
+  Load_Log_Window();
+  EXPECT_TRUE(Log_Settings_Loaded);
+  EXPECT_EQ(Signal_Caption(0), "RPM [rpm]");
+  EXPECT_EQ(Log_File_Name, "KXLog-.kxl");
+}
+
 TEST_F(Log_Files, The_Supplied_Settings_Open_Without_A_Box) {
   for (const char* name : {"KXBenchPro", "KXBenchAlt", "KXBench_StandAlone", "Qrt3", "Qrt3i"}) {
     const std::string file = std::string(name) + "_Default_Log_Settings.kxl";
