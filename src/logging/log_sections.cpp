@@ -102,13 +102,20 @@ std::size_t After_Line(std::string_view text, std::size_t at) {
   return end == none ? text.size() : end + 1;
 }
 
+/// Last place of @p mark, which is rare. Forward, since a search backwards takes many times as long.
+std::size_t Find_Last(std::string_view text, std::string_view mark) {
+  std::size_t last = none;
+  for (std::size_t at = text.find(mark); at != none; at = text.find(mark, at + 1)) last = at;
+  return last;
+}
+
 /// Where the rows begin by what starts them: a remark behind the opening line of a backup, the answer of an
 /// old box, or the last start string.
 std::size_t After_Start(std::string_view data) {
   const std::string_view open = Brackets_Of(Log_Section::data).open;
   if (data.starts_with(open) && !data.substr(open.size()).starts_with(line_end)) return After_Line(data, 0);
   std::size_t at = data.find("\r\nL");
-  if (at == none) at = data.rfind("\r\na");
+  if (at == none) at = Find_Last(data, "\r\na");
   return at == none ? none : After_Line(data, at + line_end.size());
 }
 
