@@ -243,6 +243,7 @@ TEST_F(Window, Box_Settings_Stand_In_Two_Columns_When_Wide_And_Show_What_Is_Open
 }
 
 TEST_F(Window, Mnemonics_Of_A_Form_Do_Not_Clash) {
+  Show(Table::analog1);  // with the table panel
   Trigger("Box_Settings");
   QTest::mouseClick(Other_Form("KX_Config")->findChild<QPushButton*>("cmd_View_Advanced"), Qt::LeftButton);
   Trigger("PC_Settings");

@@ -51,7 +51,7 @@ Table_Control_Panel::Table_Control_Panel(QWidget* parent) : QGroupBox("Table Con
   layout->addWidget(Button("minus", "&-", "One step down (Ctrl+Down in the table)", minus_Click), 0, 1);
   layout->addWidget(Button("steep", "Stee&per", "Each entry one step more than the one before", steep_Click),
                     0, 2);
-  layout->addWidget(Button("flat", "F&latter", "Each entry one step less than the one before", flat_Click), 0,
+  layout->addWidget(Button("flat", "Fla&tter", "Each entry one step less than the one before", flat_Click), 0,
                     3);
   layout->addWidget(set, 1, 0);
   layout->addWidget(Typed_Box("set_table_text",
