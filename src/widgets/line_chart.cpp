@@ -10,6 +10,8 @@
 namespace kx {
 namespace {
 
+constexpr int legend_row = 1;
+
 QCPRange Value_Range(const Chart& chart) {
   double low = 0;
   double high = 0;
@@ -41,7 +43,7 @@ Line_Chart::Line_Chart(const QString& name, QWidget* parent)
   read_out_->setTextFlags(Qt::AlignRight | Qt::AlignVCenter);
   plotLayout()->insertRow(0);
   plotLayout()->addElement(0, 0, read_out_);
-  axisRect()->insetLayout()->setInsetAlignment(0, Qt::AlignTop | Qt::AlignLeft);
+  legend->setFillOrder(QCPLegend::foColumnsFirst);
   current_ = addGraph();
   current_->setLineStyle(QCPGraph::lsNone);
   current_->removeFromLegend();
@@ -74,7 +76,22 @@ void Line_Chart::Set_Series_Count(int count) {
                         index == 0 ? Qt::SolidLine : Qt::DashLine));
     if (index == 0) series->setScatterStyle({QCPScatterStyle::ssDisc, 5});
   }
-  legend->setVisible(count > 1);
+  Show_Legend(count > 1);
+}
+
+/// In a row of its own between the read-out and the curves, which it would cover. A single curve needs none,
+/// and gets its room.
+void Line_Chart::Show_Legend(bool shown) {
+  if (legend->visible() == shown) return;
+  legend->setVisible(shown);
+  if (shown) {
+    plotLayout()->insertRow(legend_row);
+    plotLayout()->addElement(legend_row, 0, legend);
+    plotLayout()->setRowStretchFactor(legend_row, 0.001);
+  } else {
+    axisRect()->insetLayout()->addElement(legend, Qt::AlignTop | Qt::AlignLeft);
+    plotLayout()->simplify();
+  }
 }
 
 void Line_Chart::Set_Labels(const std::vector<std::string>& labels) {

@@ -31,6 +31,7 @@ class Line_Chart : public QCustomPlot {
  private:
   void Apply_Palette();
   void Set_Series_Count(int count);
+  void Show_Legend(bool shown);
   void Set_Labels(const std::vector<std::string>& labels);
   void Fit_Values(const Chart& chart);
   void Mark(const Chart& chart, int first, int last);

@@ -317,6 +317,8 @@ TEST_F(Window, Rows_Headings_And_Read_Outs_Stand_Where_They_Belong) {
   chart->replot();
   EXPECT_LE(chart->plotLayout()->element(0, 0)->outerRect().bottom(), chart->axisRect()->outerRect().top())
       << "the read-out, above the curve and its legend";
+  EXPECT_TRUE(chart->legend->visible());
+  EXPECT_FALSE(chart->legend->outerRect().intersects(chart->axisRect()->rect()));
   EXPECT_GT(chart->axisRect()->outerRect().height(), 60);
   QLabel* caption = nullptr;
   for (QLabel* label : Find<QWidget>("Curve_Generator_Frame")->findChildren<QLabel*>())
