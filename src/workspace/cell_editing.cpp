@@ -1,10 +1,10 @@
 #include "workspace/cell_editing.h"
 
 #include "platform/seams.h"
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/numbers.h"
 #include "settings/text_encoding.h"
-#include "workspace/history.h"
 #include "workspace/table_arithmetic.h"
 #include "workspace/table_values.h"
 #include "workspace/view_hooks.h"

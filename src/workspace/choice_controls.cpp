@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "settings/failure.h"
+#include "settings/history.h"
 #include "settings/refresh.h"
-#include "workspace/history.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
-#include "workspace/history.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <functional>
 
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
-#include "workspace/history.h"
 #include "workspace/table_arithmetic.h"
 
 namespace kx {

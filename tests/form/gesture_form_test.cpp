@@ -13,10 +13,10 @@
 #include <QTest>
 
 #include "form_fixture.h"
+#include "settings/history.h"
 #include "settings/image.h"
 #include "support/chosen_preset.h"
 #include "widgets/table_grid.h"
-#include "workspace/history.h"
 #include "workspace/tables.h"
 
 namespace kx {

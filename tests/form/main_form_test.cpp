@@ -13,12 +13,12 @@
 #include "boxlink/transfer.h"
 #include "form_fixture.h"
 #include "settings/brand.h"
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/session.h"
 #include "widgets/line_chart.h"
 #include "widgets/table_grid.h"
-#include "workspace/history.h"
 #include "workspace/tables.h"
 
 namespace kx {

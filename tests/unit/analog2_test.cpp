@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/refresh.h"
 #include "support/chosen_preset.h"
 #include "support/workspace_fixture.h"
-#include "workspace/history.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {

@@ -6,13 +6,13 @@
 
 #include "boxlink/link_texts.h"
 #include "settings/byte_notes.h"
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/refresh.h"
 #include "support/chosen_preset.h"
 #include "support/workspace_fixture.h"
 #include "workspace/choice_controls.h"
-#include "workspace/history.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {

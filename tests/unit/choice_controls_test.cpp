@@ -4,12 +4,12 @@
 
 #include <algorithm>
 
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/refresh.h"
 #include "support/chosen_preset.h"
 #include "support/workspace_fixture.h"
 #include "workspace/box_settings.h"
-#include "workspace/history.h"
 #include "workspace/table_limits.h"
 #include "workspace/tables.h"
 #include "workspace/view_hooks.h"

@@ -6,10 +6,10 @@
 #include <set>
 
 #include "sensors/sensor_store.h"
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/refresh.h"
 #include "support/workspace_fixture.h"
-#include "workspace/history.h"
 #include "workspace/temperature_chart.h"
 #include "workspace/view_hooks.h"
 

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/refresh.h"
 #include "support/workspace_fixture.h"
 #include "workspace/cell_editing.h"
-#include "workspace/history.h"
 #include "workspace/table_limits.h"
 #include "workspace/table_operations.h"
 

@@ -1,4 +1,4 @@
-#include "workspace/history.h"
+#include "settings/history.h"
 
 #include <algorithm>
 #include <array>

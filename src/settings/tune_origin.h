@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "settings/refresh.h"
+#include "settings/session.h"
+
+namespace kx {
+
+/// Where the present tune came from, as the user sees it: put back at the end of the scope unless another
+/// tune was taken in its place. The tune itself is the history's matter.
+class Tune_Origin {
+ public:
+  Tune_Origin() = default;
+  ~Tune_Origin();
+  Tune_Origin(const Tune_Origin&) = delete;
+  Tune_Origin& operator=(const Tune_Origin&) = delete;
+  void Taken() { taken_ = true; }
+
+ private:
+  void Restore() const;
+
+  std::string file_ = card_data_file;
+  std::string directory_ = card_data_dir;
+  std::string title_ = Title_Text();
+  std::string description_ = txt_File_Description.Text();
+  bool taken_ = false;
+};
+
+/// True when @p found, the dataset that a tune names itself, is the selected one, or the user takes the tune
+/// all the same. @p source begins the question.
+[[nodiscard]] bool Dataset_Accepted(std::string_view source, int found);
+
+}  // namespace kx
