@@ -58,7 +58,7 @@ std::string Info_Text(const Box_Contents& box) {
   text += "SC ID " + Padded("%03u", box.Dataset) + "\r\n";
   text += "Status " + box.Status + "\r\n";
   text += slave_mode ? "Slave mode\r\n" : "Master mode\r\n";
-  if (box.Card_Present) text += "Smartcard present\r\n";
+  if (box.Card_Present && box.Socket.Card_Is_In()) text += "Smartcard present\r\n";
   if (box.Slave_Present) text += "Slave present\r\n";
   return text;
 }
@@ -122,6 +122,7 @@ std::string Box::Take_Command_Character(char c) {
 
 std::string Box::Answer(Command command, std::string text) {
   if (!text.empty()) last_command_ = command;
+  answer_time_ = 0;
   return text;
 }
 
@@ -152,18 +153,31 @@ void Box::Store(std::uint8_t value) {
   ++offset_;
 }
 
-/// The card gets bytes 1 to 255, each acknowledged, the last with the closing "!".
+/// The card gets bytes 1 to 255. Each that it holds then is acknowledged, the last with the closing "!".
 std::string Box::Take_Card_Digit(std::uint8_t nibble) {
   pending_.clear();
   if (!high_nibble_) {
     high_nibble_ = nibble;
     return {};
   }
-  contents_.Card[offset_++] = static_cast<std::uint8_t>(*high_nibble_ << 4U | nibble);
+  const auto value = static_cast<std::uint8_t>(*high_nibble_ << 4U | nibble);
   high_nibble_.reset();
+  const std::size_t place = offset_++;
   if (offset_ == 0) target_ = Run_Target::None;
-  return Answer(Command::Card, offset_ == 0 ? "!" : "m");
+  Card_Reader& socket = contents_.Socket;
+  if (!socket.Store_Byte(place, value) || socket.Card.Memory.at(place) != value) return {};
+  std::string answer = Answer(Command::Card, offset_ == 0 ? "!" : "m");
+  answer_time_ = Smart_Card::Byte_Time;
+  return answer;
 }
+
+void Box::Start_With_Card() {
+  if (!Card_Is_In()) return;
+  const Image& card = contents_.Socket.Card.Memory;
+  std::copy(card.begin() + First_Card_Offset, card.end(), contents_.Master.begin() + First_Card_Offset);
+}
+
+bool Box::Card_Is_In() const { return contents_.Card_Present && contents_.Socket.Card_Is_In(); }
 
 std::string Box::Begin_Run(Run_Target target, std::string prompt) {
   target_ = target;
@@ -205,7 +219,8 @@ std::string Box::Run(Command command) {
 }
 
 std::string Box::Begin_Card_Run() {
-  if (!contents_.Card_Present) return "\r\nNo card\r\n";
+  if (!Card_Is_In()) return "\r\nNo card\r\n";
+  if (contents_.Socket.Card.Locked()) return "\r\nCard locked\r\n";
   offset_ = First_Card_Offset;
   return Begin_Run(Run_Target::Card, "#");
 }

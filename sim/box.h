@@ -6,10 +6,9 @@
 #include <string>
 #include <string_view>
 
-namespace kx::sim {
+#include "sim/card_reader.h"
 
-/// The 256 bytes of one tune, in the order in which the wire carries them.
-using Image = std::array<std::uint8_t, 256>;
+namespace kx::sim {
 
 /// What the box answered last. The order is that of the names in Command_Name().
 enum class Command {
@@ -36,7 +35,7 @@ inline constexpr std::size_t Command_Count = 10;
 struct Box_Contents {
   Image Master{};
   Image Slave{};                  ///< Answered to "rs" and written only while Slave_Present.
-  Image Card{};                   ///< The card in the box's socket; its byte 0 is never written from here.
+  Card_Reader Socket{};           ///< Its card's byte 0 is never written from here.
   std::string Firmware = "4.12";  ///< Text behind the banner, printable, without "Master" in it.
   std::uint32_t Serial = 1234;    ///< 0..99999, or 0..65535 with Serial_As_Hex.
   bool Serial_As_Hex = false;     ///< Report the serial number as four hex digits and "h".
@@ -75,6 +74,13 @@ class Box {
   /// The command to which the last non-empty answer belongs; Info before the first.
   [[nodiscard]] Command Last_Command() const { return last_command_; }
 
+  /// Seconds that the box takes before that answer begins.
+  [[nodiscard]] double Answer_Time() const { return answer_time_; }
+
+  /// The power comes on with a card in the socket: the master takes the card's bytes but for byte 0, which no
+  /// box writes to a card. Without a card nothing happens.
+  void Start_With_Card();
+
  private:
   enum class Run_Target { None, Master, Slave, Card };
 
@@ -82,6 +88,7 @@ class Box {
   std::string Take_Command_Character(char c);
   std::string Take_Run_Digit(char c, std::uint8_t nibble);
   std::string Take_Card_Digit(std::uint8_t nibble);
+  [[nodiscard]] bool Card_Is_In() const;
   std::string Answer(Command command, std::string text);
   std::string Run(Command command);
   std::string Begin_Card_Run();
@@ -99,6 +106,7 @@ class Box {
   std::optional<std::uint8_t> high_nibble_;
   bool streaming_ = false;
   Command last_command_ = Command::Info;
+  double answer_time_ = 0;
 };
 
 }  // namespace kx::sim

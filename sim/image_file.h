@@ -1,10 +1,13 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <string>
 
-#include "sim/box.h"
-
 namespace kx::sim {
+
+/// The 256 bytes of one tune, in the order in which the wire carries them.
+using Image = std::array<std::uint8_t, 256>;
 
 /// An image as read from a file; @p Error is empty when it was read wholly.
 struct Loaded_Image {

@@ -49,7 +49,9 @@ void Line::Feed(char c) {
   if (!streamed && box_.Streaming()) Begin_Stream();
   if (answer.empty()) return;
   ++counts_.Exchanges;
-  Send(injector_.Shape(box_.Last_Command(), std::move(answer)), pc_done_);
+  Shaped_Answer shaped = injector_.Shape(box_.Last_Command(), std::move(answer));
+  if (character_time_ > 0) shaped.Delay += box_.Answer_Time();
+  Send(std::move(shaped), pc_done_);
 }
 
 void Line::Begin_Stream() {

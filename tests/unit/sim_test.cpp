@@ -115,11 +115,11 @@ TEST(Sim_Box, Hands_Master_Bytes_To_The_Slave_Which_Stays_A_Slave) {
 TEST(Sim_Box, Writes_A_Card_From_Byte_One_On) {
   Box box;
   box.Contents().Card_Present = true;
-  box.Contents().Card = {0x5A};
+  box.Contents().Socket.Card.Memory = {0x5A};
   EXPECT_EQ(box.Feed("br"), "#");
   for (int i = 1; i < 255; ++i) ASSERT_EQ(box.Feed("C3"), "m") << i;
   EXPECT_EQ(box.Feed("E711"), "!");
-  const Image& card = box.Contents().Card;
+  const Image& card = box.Contents().Socket.Card.Memory;
   EXPECT_THAT(std::vector({card[0], card[1], card[254], card[255]}), ElementsAre(0x5A, 0xC3, 0xC3, 0xE7));
 }
 
