@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ask.h"
+#include "platform/card_libraries.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
@@ -18,6 +19,9 @@ struct Seams {
   Serial_Port* serial_port = nullptr;
   Port_Devices* port_devices = nullptr;
   Desktop* desktop = nullptr;
+  Chipdrive_Library* chipdrive = nullptr;
+  Todos_Library* todos = nullptr;
+  Card_Service* card_service = nullptr;
 };
 
 extern Seams seams;
