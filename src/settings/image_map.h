@@ -76,6 +76,7 @@ constexpr Run analog1{175, 21};
 constexpr Run maf_output{175, 17};  ///< overlays analog1
 constexpr Run pwm_load{196, 33};
 constexpr Run pwm_rpm{229, 21};
+constexpr Run card_sum{1, 253};  ///< what card_checksum sums up
 
 /// The last byte that a synchronous comparison or write looks at; the timer-driven one stops a byte earlier.
 constexpr int last_compared = 250;

@@ -32,6 +32,10 @@ void Set_Title(const std::string& text) {
   Run(refresh_hooks.show_title);
 }
 
+void Show_Wait_Pointer(bool wait) {
+  if (refresh_hooks.show_wait_pointer) refresh_hooks.show_wait_pointer(wait);
+}
+
 const std::string& Title_Text() { return title_text; }
 
 void Reset_Refresh_State() {

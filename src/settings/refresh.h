@@ -13,6 +13,7 @@ struct Refresh_Hooks {
   std::function<void()> update_tabs;
   std::function<void()> show_right_tabs;
   std::function<void()> show_title;
+  std::function<void(bool)> show_wait_pointer;
 };
 extern Refresh_Hooks refresh_hooks;
 
@@ -49,6 +50,9 @@ void Refresh_Whole_Image();
 
 /// Shows @p text after the brand's prefix as the main form's title.
 void Set_Title(const std::string& text);
+
+/// Makes the pointer over the main form say wait, or no longer.
+void Show_Wait_Pointer(bool wait);
 
 /// What stands after the prefix in the main form's title.
 [[nodiscard]] const std::string& Title_Text();

@@ -1,6 +1,7 @@
 #include "workspace/start_up.h"
 
 #include "boxlink/link_state.h"
+#include "cards/card_paths.h"
 #include "logging/live_log.h"
 #include "logging/log_state.h"
 #include "platform/files.h"
@@ -52,6 +53,7 @@ void Reset_State() {
   Reset_Sensor_State();
   Reset_Load_Axes_State();
   Reset_Link_State();
+  Reset_Cards();
   Reset_Table_State();
   Reset_Table_Limits();
   Reset_View_State();

@@ -1,0 +1,206 @@
+#include <random>
+
+#include "settings/message.h"
+#include "support/card_fixture.h"
+
+namespace kx {
+namespace {
+
+using platform::Answer;
+
+enum Way { chipdrive, box, todos_reader };
+
+/// What every way to a card must hold to.
+class Card_Paths : public test::Card_Fixture, public testing::WithParamInterface<Way> {
+ protected:
+  [[nodiscard]] static const Card_Path& Path() { return card_paths.at(GetParam()); }
+  [[nodiscard]] static std::string Word() { return Path().status->Text(); }
+  [[nodiscard]] sim::Smart_Card& Card() { return GetParam() == box ? Box().Socket.Card : reader_.Card; }
+
+  void Read() {
+    if (GetParam() == box) line_.The_Box().Start_With_Card();
+    Guarded(Path().read);
+  }
+
+  /// The one box that a missing Chipdrive or Todos card brings up.
+  void Expect_Box_For(Way way, const char* text) {
+    if (GetParam() == way) ask_.Expect(text);
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(All, Card_Paths, testing::Values(chipdrive, box, todos_reader));
+
+/// Byte 0 of a card is never written through the box.
+void Expect_Same(const sim::Image& card, const Byte_Image& tune, int first = 1) {
+  for (int i = first; i < Byte_Image::size; ++i) {
+    ASSERT_EQ(card[static_cast<std::size_t>(i)], tune[i]) << "byte " << i;
+  }
+}
+
+TEST_P(Card_Paths, Random_Tunes_Go_To_The_Card_And_Back) {
+  std::mt19937 random(20310517);
+  for (int round = 0; round < 5; ++round) {
+    for (int i = 0; i < Byte_Image::size; ++i) CardByte[i] = static_cast<std::uint8_t>(random());
+    CardByte[map::flags_a] &= 0xF7;
+    CardByte[map::mirror] = CardByte[map::flags_c];
+    const Byte_Image tune = As_Card(CardByte);
+    Guarded(Path().write);
+    EXPECT_EQ(Word(), "< Card Write OK >");
+    EXPECT_EQ(CardByte, tune) << "the tail stands in the tune as well";
+    Expect_Same(Card().Memory, tune, GetParam() == box ? 1 : 0);
+    CardByte = {};
+    Read();
+    Expect_Same(test::As_Sent(CardByte), tune);
+  }
+}
+
+TEST_P(Card_Paths, An_Undo_After_A_Write_Brings_Back_The_Tune_Before_It) {
+  const Byte_Image before = CardByte = Other_Tune();
+  CardByte[map::card_checksum] = 0;
+  Guarded(Path().write);
+  EXPECT_EQ(Undo_Index, 1);
+  Undo();
+  EXPECT_EQ(CardByte[map::card_checksum], 0);
+  EXPECT_EQ(CardByte[map::fuel_load.first], before[map::fuel_load.first]);
+}
+
+TEST_P(Card_Paths, Nothing_Else_Is_Entered_While_One_Works) {
+  bool tried = false;
+  loop_.on_turn = [&] {
+    if (tried || !Transfer_Running()) return;
+    tried = true;
+    const Byte_Image tune = CardByte;
+    for (const Card_Path& path : card_paths) {
+      path.read();
+      path.write();
+    }
+    EXPECT_EQ(CardByte, tune);
+  };
+  Guarded(Path().write);
+  EXPECT_TRUE(tried);
+  EXPECT_EQ(Word(), "< Card Write OK >");
+  EXPECT_EQ(Undo_Index, 1);
+}
+
+TEST_P(Card_Paths, No_Card_Is_Said_And_Nothing_Is_Written) {
+  Set_Reader_Faults("no_card");
+  Box().Card_Present = false;
+  const sim::Image before = Card().Memory;
+  Expect_Box_For(todos_reader, "Could not connect to card by the specified reader!");
+  Guarded(Path().write);
+  static constexpr std::array words{"< No Card >", "< No MapCard present >", "< No card >"};
+  EXPECT_EQ(Word(), words.at(GetParam()));
+  EXPECT_TRUE(Card().Asked.empty());
+  EXPECT_EQ(Card().Memory, before);
+}
+
+/// A card that ends up with another content than the tune is never called written.
+TEST_P(Card_Paths, A_Fault_At_Any_Byte_Of_A_Write_Is_Seen) {
+  for (const char* fault : {"pull", "write_fault", "lost_write"}) {
+    for (const int byte : {1, 2, 128, 255}) {
+      SCOPED_TRACE(fault + std::string(" at ") + std::to_string(byte));
+      const std::string knob = fault + std::string("=") + std::to_string(byte);
+      Set_Reader_Faults(knob);
+      Box().Socket.Set_Faults(reader_.Faults());
+      for (std::uint8_t& held : Card().Memory) held = static_cast<std::uint8_t>(~held);
+      Guarded(Path().write);
+      static constexpr std::array failures{"< Card error 25344 >", "< failure... >", "< Write Data Error >"};
+      const bool silent = std::string(fault) == "lost_write" && GetParam() == chipdrive;
+      const bool pulled = std::string(fault) == "pull" && GetParam() == chipdrive;
+      EXPECT_EQ(Word(), silent   ? "< Card differs from tune >"
+                        : pulled ? "< No Card >"
+                                 : failures.at(GetParam()));
+    }
+  }
+}
+
+TEST_P(Card_Paths, A_Card_That_Takes_No_Writes_Is_Not_Called_Written) {
+  Card().Tries = 0;
+  const sim::Image before = Card().Memory;
+  Guarded(Path().write);
+  static constexpr std::array words{"< Card error 25344 >", "< No response... >", "< Write Data Error >"};
+  EXPECT_EQ(Word(), words.at(GetParam()));
+  EXPECT_EQ(Card().Memory, before);
+}
+
+TEST_P(Card_Paths, Protected_Bytes_That_Differ_Are_Seen_And_Equal_Ones_Are_Fine) {
+  Guarded(Path().write);
+  Card().Protected.fill(true);
+  Guarded(Path().write);
+  EXPECT_EQ(Word(), "< Card Write OK >");
+  CardByte[map::load_base] ^= 0x11;
+  Guarded(Path().write);
+  EXPECT_NE(Word(), "< Card Write OK >");
+}
+
+TEST_P(Card_Paths, The_Closing_Program_Ends_A_Write_At_Once) {
+  int turns = 0;
+  loop_.on_turn = [&] { Closing = Closing || ++turns == 3; };
+  Guarded(Path().write);
+  EXPECT_LT(turns, 10);
+  EXPECT_NE(Word(), "< Card Write OK >");
+  EXPECT_FALSE(MSComm1.PortOpen());
+}
+
+/// The ways through a reader of the PC, which tell what the tune came from.
+class Reader_Paths : public Card_Paths {};
+INSTANTIATE_TEST_SUITE_P(All, Reader_Paths, testing::Values(chipdrive, todos_reader));
+
+TEST_P(Reader_Paths, A_Read_Names_Its_Source_And_Can_Be_Undone) {
+  card_data_file = "Track day.kxs";
+  const Byte_Image before = CardByte;
+  Read();
+  EXPECT_EQ(Word(), "< Card Read OK >");
+  EXPECT_EQ(CardByte, Other_Tune());
+  EXPECT_EQ(card_data_file, "New1.kxs");
+  EXPECT_EQ(Title_Text(), "Settings loaded from card");
+  EXPECT_EQ(txt_File_Description.Text(), "Settings loaded from card");
+  EXPECT_TRUE(uncoded.Text().starts_with("0: " + std::to_string(CardByte[0]) + "\r\n1: "));
+  Undo();
+  EXPECT_EQ(CardByte, before);
+}
+
+TEST_P(Reader_Paths, A_Card_Of_Another_Dataset_Is_Asked_About) {
+  const std::string question =
+      "File has different dataset ID (104) than currently selected in preferences (108), load anyway?\r\n"
+      "(Dataset ID is not changed.)";
+  Card().Memory[map::dataset] = 104;
+  card_data_file = "Track day.kxs";
+  Set_Title("Track day.kxs");
+  txt_File_Description.Set("wet");
+  const Byte_Image before = CardByte;
+  ask_.Expect(question, Answer::cancel);
+  Read();
+  EXPECT_EQ(Word(), "< Card Read cancel >");
+  EXPECT_EQ(CardByte, before);
+  EXPECT_EQ(card_data_file + "|" + Title_Text() + "|" + txt_File_Description.Text(),
+            "Track day.kxs|Track day.kxs|wet");
+  EXPECT_EQ(Undo_Index, 0);
+  ask_.Expect(question, Answer::ok);
+  Read();
+  EXPECT_EQ(Word(), "< Card Read OK >");
+  EXPECT_EQ(CardByte[map::dataset], 104);
+  EXPECT_EQ(DatasetID, 108);
+}
+
+TEST_P(Reader_Paths, A_Card_That_Does_Not_Come_Whole_Leaves_The_Tune_Alone) {
+  const Byte_Image before = CardByte;
+  for (const char* knobs : {"pull=1", "pull=200", "pull=256", "garbage", "count=255", "count=70001"}) {
+    SCOPED_TRACE(knobs);
+    Set_Reader_Faults(knobs);
+    Read();
+    EXPECT_EQ(CardByte, before);
+    const bool pulled = std::string(knobs).starts_with("pull") && GetParam() == chipdrive;
+    EXPECT_EQ(Word(), pulled ? "< No Card >" : "< Read Data Fail >");
+  }
+}
+
+TEST_P(Reader_Paths, A_Tune_That_Makes_A_Slave_Is_Warned_Of_Once) {
+  Set_Field(map::slave_mode, 1);
+  ask_.Expect("This setting will set ChargeMarshal to slave");
+  Guarded(Path().write);
+  EXPECT_EQ(Word(), "< Card Write OK >");
+}
+
+}  // namespace
+}  // namespace kx
