@@ -6,9 +6,10 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
 usage() {
   cat << 'TEXT'
-Usage: ./run.sh [FOLDER] [--slave]
+Usage: ./run.sh [FOLDER] [--slave] [--cards]
   FOLDER   the folder to work in, made if need be (else bench-data/)
   --slave  the simulated box has a slave, whose tune differs from the box's
+  --cards  with a simulated Chipdrive, its card in FOLDER/card.kxs, and a card in the box's socket
 TEXT
 }
 
@@ -18,10 +19,12 @@ fail() {
 }
 
 folder=
+cards=
 box_options=()
 for argument; do
   case $argument in
     --slave) box_options+=(--slave-image "$root/data/demo.kxs") ;;
+    --cards) cards=yes && box_options+=(--card) ;;
     --help | -h) usage && exit 0 ;;
     -*) usage >&2 && fail "unknown option $argument" ;;
     *)
@@ -56,6 +59,16 @@ link=$bench/simulated-box
 "$root/scripts/set_ini_key.sh" "$bench/KXBenchPro.ini" com_device9 "$link"
 "$root/scripts/set_ini_key.sh" "$bench/KXBenchPro.ini" comport1 9
 
+# The program looks for the libraries of card readers beside itself alone: this copy finds the simulated ones.
+program=$programs/kxbench
+if [ -n "$cards" ]; then
+  mkdir -p "$bench/program"
+  cp "$program" "$root"/build/release/simulated-readers/* "$bench/program/" || fail "$bench cannot be written."
+  program=$bench/program/kxbench
+  export KXSIM_CARD=$bench/card.kxs
+  [ -e "$KXSIM_CARD" ] || cp "$bench/demo.kxs" "$KXSIM_CARD"
+fi
+
 # Ctrl+C, a closed terminal and the closed window all end here, and both programs end with the script.
 started=()
 finish() {
@@ -74,6 +87,6 @@ started+=($!)
 read -r -t 10 _ <&3 || fail "the simulated box did not start."
 
 cd "$bench"
-"$programs/kxbench" &
+"$program" &
 started+=($!)
 wait $!

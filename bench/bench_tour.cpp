@@ -1,8 +1,10 @@
 // A tour over the real forms and the real port object: everything a tuner does at the first sitting, against
 // the simulated box on a pseudo terminal, with a line for each step. Ends at the first step that fails.
 #include <QApplication>
+#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -55,6 +57,20 @@ class Tour_Ask : public kx::platform::Ask {
   std::string file_;
 };
 
+/// A card service with one reader, the one of the tour.
+class Tour_Readers : public kx::platform::Card_Service {
+ public:
+  long SCardEstablishContext(kx::platform::Card_Context& context) override {
+    context = 1;
+    return 0;
+  }
+  long SCardListReaders(kx::platform::Card_Context, std::string& names) override {
+    names = "Todos Argos Mini II USB 00 00";
+    return 0;
+  }
+  long SCardReleaseContext(kx::platform::Card_Context) override { return 0; }
+};
+
 class Tour {
  public:
   Tour(const QDir& out, Tour_Ask& ask, kx::sim::Pty_Box& box)
@@ -76,6 +92,8 @@ class Tour {
            Step("setting summary and report", [this] { Make_Report(); }) &&
            Step("write to the box", [this] { Write(); }) && Step("verify", [this] { Verify(); }) &&
            Step("read, verify and write the old way", [this] { Old_Engine(); }) &&
+           Step("a card by all three ways", [this] { Carry_By_Cards(); }) &&
+           Step("the bench form of the Todos reader", [this] { Show_Todos_Bench(); }) &&
            Step("line log", [this] { Export_Line_Log(); }) && Step("save", [this] { Save(); }) &&
            Step("open and compare 256 bytes", [this] { Open_Again(); }) &&
            Step("open a demo log", [this] { log_.Open_Demo_Log(); }) &&
@@ -299,6 +317,68 @@ class Tour {
             "the box did not get the changed byte");
   }
 
+  /// The buttons and the line of one way to a card, and its picture.
+  struct Card_Way {
+    const char* frame;
+    const char* write;
+    const char* read;
+    const char* status;
+    const char* picture;
+  };
+
+  void Show_Card_Side(bool shown) { Find<QTabWidget>("SSTab_Communication")->setCurrentIndex(shown ? 0 : 1); }
+
+  void Carry_By_Cards() {
+    static constexpr std::array<Card_Way, 3> ways{
+        {{"Frame1", "Command2", "Command1", "txt_Chipdrive_status", "card_chipdrive"},
+         {"kx_crw_frame", "Command4", "Command6", "kx_crw_text", "card_box"},
+         {"frame_Todos", "cmd_WriteTodos", "cmdReadTodos", "txt_TodosStatus", "card_todos"}}};
+    Go_To(2, "SSTab_Fuel", 0);
+    Show_Card_Side(true);
+    for (const Card_Way& way : ways) {
+      for (std::size_t tries = 0; tries < ways.size() && !Find<QGroupBox>(way.frame)->isVisible(); ++tries)
+        Trigger("toggle_interface");
+      Require(Find<QGroupBox>(way.frame)->isVisible(), std::string(way.frame) + " does not show");
+      Carry_By_Card(way);
+    }
+    Show_Card_Side(false);
+  }
+
+  /// To a card, a step away on screen, and back from the card.
+  void Carry_By_Card(const Card_Way& way) {
+    Click("plus");
+    Click(way.write);
+    Require_Word(way.status, "< Card Write OK >");
+    const kx::Byte_Image written = CardByte;
+    Click("plus");
+    Require(!(CardByte == written), "the tune did not change");
+    box_.With_Box([](kx::sim::Box& box) { box.Start_With_Card(); });
+    Click(way.read);
+    const bool by_box = std::string_view(way.read) == "Command6";
+    Require_Word(way.status, by_box ? "< KX read " : "< Card Read OK >");
+    for (int i = by_box ? 1 : 0; i < kx::Byte_Image::size; ++i)
+      Require(CardByte[i] == written[i], "byte " + std::to_string(i) + " did not come back from the card");
+    Take_Picture(way.picture);
+  }
+
+  void Require_Word(const char* line, const char* word) {
+    const std::string status = Find<QLineEdit>(line)->text().toStdString();
+    Require(status.starts_with(word), std::string(line) + " is " + status);
+  }
+
+  void Show_Todos_Bench() {
+    Trigger("Todos_Settings");
+    QWidget* bench = Form("frm_TodosII");
+    QTest::mouseClick(bench->findChild<QPushButton*>("ConnectCard"), Qt::LeftButton);
+    bench->findChild<QCheckBox*>("Check1")->click();
+    QApplication::processEvents();
+    Require(bench->findChild<QLineEdit*>("result")->text() == "< Card Connected >",
+            "the bench does not connect");
+    bench->resize(bench->sizeHint());
+    Take_Picture_Of(*bench, "todos_bench");
+    bench->close();
+  }
+
   void Export_Line_Log() {
     ask_.Answer_With(out_.filePath("line_log.txt").toStdString());
     Click("Export_Line_Log");
@@ -338,6 +418,7 @@ kx::sim::Box Tour_Box(const QString& data) {
   Require(image.Error.empty(), image.Error);
   kx::sim::Box_Contents contents;
   contents.Master = image.Bytes;
+  contents.Card_Present = true;
   return kx::sim::Box(contents);
 }
 
@@ -349,9 +430,14 @@ int Run_Tour(const QDir& data) {
   Require(trouble.empty(), trouble);
   kx::bench::Enter_Bench_Folder(data, QDir(out.filePath("work")), QString::fromStdString(box.Path()));
   Tour_Ask ask(out.filePath("tour.kxs").toStdString());
-  kx::platform::Qt_Seams seams;
+  const std::string card = out.filePath("card.kxs").toStdString();
+  Require(kx::sim::Write_Card(card, {}, "").empty(), "cannot write " + card);
+  qputenv("KXSIM_CARD", card.c_str());
+  Tour_Readers readers;
+  kx::platform::Qt_Seams seams(KXBENCH_SIMULATED_READERS);
   seams.Install();
   kx::platform::seams.ask = &ask;
+  kx::platform::seams.card_service = &readers;
   Tour tour(out, ask, box);
   const bool passed = tour.Run();
   tour.Keep_Journal();

@@ -98,9 +98,11 @@ void Send_Card() {
   if (all_taken) kx_crw_text.Set(card_words::write_ok);
 }
 
+/// The port may be closed already, by the user; the next closing is not to be a quiet one for it.
 void Close_Quietly() {
   Quiet_Close = true;
   Close_Box_Port();
+  Quiet_Close = false;
 }
 
 void Write_Card() {

@@ -12,6 +12,7 @@
 #include <array>
 
 #include "boxlink/preferences.h"
+#include "cards/todos.h"
 #include "logging/live_log.h"
 #include "logging/log_backup.h"
 #include "logging/log_state.h"
@@ -84,6 +85,9 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   connect(communication_, &Communication_Panel::Transfers_Enabled, prefs_.get(), &KX_prefs::Enable_Apply);
   log_ = std::make_unique<KX_Log>();
   connect(log_.get(), &KX_Log::Summary_Wanted, this, &BoostProgMain::Open_Summary);
+  todos_ = std::make_unique<frm_TodosII>();
+  connect(communication_, &Communication_Panel::Transfers_Enabled, todos_.get(),
+          &frm_TodosII::Enable_Buttons);
   Show_Title();
   QTimer::singleShot(0, this, &BoostProgMain::Offer_Backup);
 }
@@ -91,6 +95,8 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
 BoostProgMain::~BoostProgMain() {
   view_hooks = {};
   refresh_hooks.show_title = {};
+  refresh_hooks.show_wait_pointer = {};
+  Leave_Todos();
 }
 
 void BoostProgMain::Make_Layout() {
@@ -166,6 +172,9 @@ void BoostProgMain::Make_Menus() {
   QAction* prefs =
       settings->addAction("&PC settings...", QKeySequence("F4"), this, [this] { Open_Form(*prefs_, *this); });
   prefs->setObjectName("PC_Settings");
+  QAction* todos = settings->addAction("&Todos II settings...", QKeySequence("Shift+F4"), this,
+                                       [this] { Open_Form(*todos_, *this); });
+  todos->setObjectName("Todos_Settings");
   QAction* next = settings->addAction("&Next card interface");
   next->setObjectName("toggle_interface");
   next->setShortcut(QKeySequence("Ctrl+T"));
@@ -234,6 +243,7 @@ void BoostProgMain::Set_Hooks() {
   view_hooks.show_choice = [this](const Choice_Row& row) { controls_.Show(row); };
   view_hooks.show_temp_chart = [this] { fuel_->Show_Temperature_Chart(); };
   refresh_hooks.show_title = [this] { Show_Title(); };
+  refresh_hooks.show_wait_pointer = [this](bool wait) { wait ? setCursor(Qt::WaitCursor) : unsetCursor(); };
 }
 
 void BoostProgMain::Show_Values() {
@@ -312,6 +322,7 @@ void BoostProgMain::closeEvent(QCloseEvent* event) {
   summary_->close();
   prefs_->close();
   log_->Leave();
+  todos_->close();
   event->accept();
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "boxlink/KX_prefs.h"
+#include "cards/Frm_TodosII.h"
 #include "logging/KX_Log.h"
 #include "workspace/KX_Config.h"
 #include "workspace/KX_Setting_Summary.h"
@@ -63,6 +64,7 @@ class BoostProgMain : public QMainWindow {
   std::unique_ptr<KX_Setting_Summary> summary_;
   std::unique_ptr<KX_prefs> prefs_;
   std::unique_ptr<KX_Log> log_;
+  std::unique_ptr<frm_TodosII> todos_;
   bool config_was_visible_ = false;  ///< before the main form was minimised
 };
 

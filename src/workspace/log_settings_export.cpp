@@ -5,12 +5,12 @@
 
 #include "logging/log_dataset.h"
 #include "logging/log_state.h"
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/message.h"
 #include "settings/presets.h"
 #include "settings/refresh.h"
 #include "settings/text_encoding.h"
-#include "workspace/history.h"
 
 namespace kx {
 namespace {

@@ -18,13 +18,13 @@
 #include "boxlink/link_texts.h"
 #include "boxlink/transfer.h"
 #include "form_fixture.h"
+#include "settings/history.h"
 #include "settings/image.h"
 #include "settings/session.h"
 #include "widgets/line_chart.h"
 #include "widgets/table_grid.h"
 #include "workspace/analog2.h"
 #include "workspace/box_settings.h"
-#include "workspace/history.h"
 
 namespace kx {
 namespace {

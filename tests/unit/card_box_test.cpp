@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "boxlink/protocol.h"
 #include "settings/message.h"
 #include "support/card_fixture.h"
 
@@ -134,9 +135,10 @@ TEST_F(Box_Card, A_Line_That_Breaks_Or_Is_Closed_Ends_The_Write_As_A_Failure) {
   EXPECT_EQ(words_.back(), "< failure... >");
   Set_Faults("");
   loop_.on_turn = [this] {
-    if (port_.writes.size() == 50) End_Transfer();
+    if (port_.writes.size() == 50) Com_knapp2_Click();
   };
   EXPECT_LT(Run(Command4_Click), 1.0);
+  EXPECT_FALSE(Quiet_Close) << "or the next closing would say nothing";
   EXPECT_EQ(words_.back(), "< failure... >");
   EXPECT_LE(port_.writes.size(), 51U);
   EXPECT_FALSE(MSComm1.PortOpen());

@@ -198,16 +198,13 @@ void Communication_Panel::Enable_Transfers(bool enabled) {
 QWidget* Communication_Panel::Make_Card_Tab() {
   auto* side = new QWidget;
   auto* layout = new QVBoxLayout(side);
-  for (const Interface_Option& option : interface_options) {
-    auto* frame = new QGroupBox(Text(option.caption));
-    frame->setObjectName(Text(option.frame));
-    auto* about = new QLabel(
-        "The chosen way to a card. Ctrl+T chooses the next one.\n\n"
-        "This version moves tunes as files and over the line of the KX-box; it reads and writes no cards.");
-    about->setWordWrap(true);
-    (new QVBoxLayout(frame))->addWidget(about);
+  for (std::size_t i = 0; i < interface_options.size(); ++i) {
+    const Interface_Option& option = interface_options[i];
+    auto* frame = new Card_Frame(Text(option.frame), Text(option.caption), card_paths[i]);
     layout->addWidget(frame);
     card_frames_.push_back(frame);
+    const auto& buttons = frame->Transfer_Buttons();
+    transfer_buttons_.insert(transfer_buttons_.end(), buttons.begin(), buttons.end());
   }
   layout->addStretch(1);
   return side;

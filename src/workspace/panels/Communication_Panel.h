@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <vector>
+
+#include "cards/Card_Frame.h"
 
 namespace kx {
 
@@ -24,7 +25,7 @@ class Communication_Panel : public QTabWidget {
   void Show_Layout();
 
  signals:
-  /// A transfer, or a log, has taken the line or given it back.
+  /// A transfer, a card operation or a log has taken the line or given it back.
   void Transfers_Enabled(bool enabled);
 
  private:
@@ -36,7 +37,7 @@ class Communication_Panel : public QTabWidget {
   void Add_Buttons(QGridLayout* layout, const Rows& rows, int a_row);
   void Enable_Transfers(bool enabled);
 
-  std::vector<QGroupBox*> card_frames_;  ///< in the order of interface_options
+  std::vector<Card_Frame*> card_frames_;  ///< in the order of interface_options
   QLineEdit* status_line_;
   std::vector<QPushButton*> transfer_buttons_;  ///< off while a transfer runs
 };
