@@ -27,7 +27,7 @@ KX_Setting_Summary::KX_Setting_Summary(QWidget* parent) : QMainWindow(parent), t
   auto* box_settings = new QPushButton("&Box settings");
   box_settings->setObjectName("cmd_View_Box_Settings");
   On_Click(box_settings, Summary_View_Box_Settings_Click);
-  auto* log_settings_button = new QPushButton("Log settings");
+  auto* log_settings_button = new QPushButton("&Log settings");
   log_settings_button->setObjectName("cmd_View_Log_Settings");
   log_settings_button->setToolTip("What the log in the log window keeps of its settings and of the box");
   On_Click(log_settings_button, Summary_View_Log_Settings_Click);
