@@ -2,9 +2,12 @@
 // the simulated box on a pseudo terminal, with a line for each step. Ends at the first step that fails.
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGroupBox>
+#include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -20,6 +23,7 @@
 #include "log_tour.h"
 #include "platform/qt/qt_seams.h"
 #include "platform/seams.h"
+#include "sensors/sensor_store.h"
 #include "settings/image.h"
 #include "sim/image_file.h"
 #include "sim/pty_box.h"
@@ -27,6 +31,7 @@
 #include "workspace/BoostProgMain.h"
 #include "workspace/choice_controls.h"
 #include "workspace/scalar_controls.h"
+#include "workspace/sensor_editor.h"
 
 namespace {
 
@@ -89,6 +94,8 @@ class Tour {
            Step("every slider and list", [this] { Try_All_Controls(); }) &&
            Step("box settings", [this] { Show_Box_Settings(); }) &&
            Step("PC settings", [this] { Show_Pc_Settings(); }) &&
+           Step("define a sensor and use it", [this] { Define_Sensor(); }) &&
+           Step("3D map", [this] { Show_Map(); }) &&
            Step("setting summary and report", [this] { Make_Report(); }) &&
            Step("write to the box", [this] { Write(); }) && Step("verify", [this] { Verify(); }) &&
            Step("read, verify and write the old way", [this] { Old_Engine(); }) &&
@@ -286,6 +293,69 @@ class Tour {
     QApplication::processEvents();
     Take_Picture_Of(*prefs, "pc_settings");
     prefs->close();
+  }
+
+  static void Press(QWidget* form, const char* button) {
+    auto* found = form->findChild<QAbstractButton*>(button);
+    Require(found != nullptr, std::string("no button ") + button);
+    QTest::mouseClick(found, Qt::LeftButton);
+    QApplication::processEvents();
+  }
+
+  /// The curve of an air temperature sensor, stored, hung on its input, and then the old one again.
+  void Define_Sensor() {
+    Trigger("Sensor_Settings");
+    QWidget* editor = Form("KX_Sensor_Editor");
+    editor->resize(1024, 580);
+    Press(editor, "cmd_AddValueSensor");
+    const std::array boxes{std::pair{"txt_SensorName", "Bench thermistor"}, std::pair{"txt_SensorUnit", "°C"},
+                           std::pair{"txt_SensorInUnit", "V"}, std::pair{"txt_SensorDecimals", "1"},
+                           std::pair{"set_table_text", "140"}};
+    auto* grid = editor->findChild<kx::Table_Grid*>("Sensor_grid");
+    for (const auto& [box, text] : boxes) QTest::keyClicks(Select_All(editor, box), text);
+    Pick(grid, 1);
+    QTest::keyClick(grid, Qt::Key_End, Qt::ShiftModifier);
+    Press(editor, "set_table");
+    for (int i = 0; i < 5; ++i) Press(editor, "flat");
+    QApplication::processEvents();
+    Take_Picture_Of(*editor, "sensor_editor");
+    const std::size_t sensors = kx::Sens_Def.size();
+    Press(editor, "cmd_Add_sensor");
+    Require(kx::Sens_Def.size() == sensors + 1, "the sensor was not stored");
+    const int input = kx::Get_Field(kx::map::air_temperature_input) + 1;
+    auto* used = editor->findChild<QComboBox*>(QString("AN_Combo(%1)").arg(input));
+    const QString before = Find<QLabel>("H_IA_Temp_label")->text();
+    const int old_sensor = used->currentIndex();
+    used->setFocus();
+    QTest::keyClick(used, Qt::Key_End);
+    Require(kx::Sensor_On_Input(input) == static_cast<int>(sensors), "the input did not take the sensor");
+    Require(Find<QLabel>("H_IA_Temp_label")->text() != before, "the temperature texts stay");
+    kx::AN_Combo_Click(input, old_sensor);
+    Require(Find<QLabel>("H_IA_Temp_label")->text() == before, "the old sensor does not come back");
+    editor->close();
+  }
+
+  static QLineEdit* Select_All(QWidget* form, const char* name) {
+    auto* box = form->findChild<QLineEdit*>(name);
+    Require(box != nullptr, std::string("no box ") + name);
+    box->selectAll();
+    return box;
+  }
+
+  void Show_Map() {
+    Trigger("Map_3D");
+    QWidget* map = Form("KX_3Dmap");
+    QApplication::processEvents();
+    Take_Picture_Of(*map, "map_3d");
+    ask_.Answer_With(out_.filePath("map.csv").toStdString());
+    Press(map, "Export_Image");
+    Require(QFile(out_.filePath("map.csv")).size() > 0, "no csv file");
+    ask_.Answer_With(out_.filePath("map.bmp").toStdString());
+    Press(map, "Export_Image");
+    Require(!QImage(out_.filePath("map.bmp")).isNull(), "no picture");
+    Press(map, "Option2(1)");
+    Take_Picture_Of(*map, "map_data");
+    map->close();
   }
 
   void Make_Report() {

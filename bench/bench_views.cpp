@@ -1,14 +1,17 @@
 // Speed of the views: Update_All with all grids and charts, one step on 33 rows with its repaint, a tab
-// change.
+// change; the 3D map: one painting, a turn, an edit of a table until the map shows it.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <stdexcept>
 
 #include "bench_folder.h"
 #include "platform/qt/qt_seams.h"
+#include "settings/image.h"
 #include "settings/refresh.h"
+#include "widgets/surface_chart.h"
 #include "workspace/BoostProgMain.h"
 #include "workspace/cell_editing.h"
 #include "workspace/table_operations.h"
@@ -47,6 +50,52 @@ void Bench_Tab_Change(benchmark::State& state, kx::BoostProgMain& form) {
   Show_Ignition(form);
 }
 
+/// The 3D map at 800 x 600 with a hill in it.
+kx::Surface_Chart& Open_Map(int fuel_rpm_250) {
+  kx::Set_Field(kx::map::fuel_rpm_250, fuel_rpm_250);
+  for (int i = 0; i < kx::map::fuel_load.count; ++i) {
+    kx::CardByte[kx::map::fuel_load.first + i] = static_cast<std::uint8_t>(130 + 3 * i);
+  }
+  for (int i = 0; i < kx::FuelRpmPoints; ++i) {
+    kx::CardByte[kx::map::fuel_rpm.first + i] = static_cast<std::uint8_t>(190 - (i - 10) * (i - 10) / 8);
+  }
+  kx::Refresh_Whole_Image();
+  for (QWidget* form : QApplication::topLevelWidgets()) {
+    auto* chart = form->findChild<kx::Surface_Chart*>("Fuel3dChart");
+    if (chart == nullptr) continue;
+    form->show();
+    form->resize(form->size() + QSize(800, 600) - chart->size());
+    QApplication::processEvents();
+    return *chart;
+  }
+  throw std::runtime_error("no 3D map");
+}
+
+/// Each painting stands a little turned, as while the user drags.
+void Bench_Turn_Map(benchmark::State& state, int fuel_rpm_250) {
+  kx::Surface_Chart& chart = Open_Map(fuel_rpm_250);
+  if (chart.size() != QSize(800, 600)) state.SkipWithError("the chart has another size");
+  for (auto step : state) {
+    chart.Set_View(kx::Turned(chart.View(), kx::turn_step));
+    chart.repaint();
+  }
+  chart.window()->hide();
+}
+
+/// A typed digit, until grid, chart and map are painted.
+void Bench_Edit_Under_Map(benchmark::State& state) {
+  kx::Surface_Chart& chart = Open_Map(0);
+  kx::Grid_Enter_Cell(kx::Table::fuel_load, 5, 5);
+  int digit = '1';
+  for (auto step : state) {
+    digit = digit == '1' ? '2' : '1';
+    kx::Fresh_Cell = true;
+    kx::Grid_Key_Down(kx::Table::fuel_load, digit, 0);
+    QApplication::processEvents();
+  }
+  chart.window()->hide();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -68,5 +117,11 @@ int main(int argc, char** argv) {
   benchmark::RegisterBenchmark("tab change, painted", [&form](benchmark::State& state) {
     Bench_Tab_Change(state, form);
   })->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("3D map of 33 x 21, turned and painted at 800 x 600", Bench_Turn_Map, 0)
+      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("3D map of 33 x 41, turned and painted at 800 x 600", Bench_Turn_Map, 1)
+      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("typed digit until the 3D map shows it", Bench_Edit_Under_Map)
+      ->Unit(benchmark::kMillisecond);
   benchmark::RunSpecifiedBenchmarks();
 }

@@ -14,6 +14,8 @@ namespace kx {
 struct Axis_Def {
   std::string unit;
   std::string kind;  ///< "Tab": a row of values, as with the sensors
+
+  friend bool operator==(const Axis_Def&, const Axis_Def&) = default;
 };
 
 extern std::vector<Axis_Def> MAP_def;

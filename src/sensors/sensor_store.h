@@ -25,6 +25,8 @@ struct Sensor {
   double minimum = 0;  ///< least raw value
   double maximum = 0;  ///< greatest raw value
   std::string input_unit;
+
+  friend bool operator==(const Sensor&, const Sensor&) = default;
 };
 
 extern std::vector<Sensor> Sens_Def;

@@ -74,6 +74,11 @@ void Surface_Chart::Draw_Picture() {
                    QString::fromStdString(titles_.chart));
 }
 
+const QPixmap& Surface_Chart::Picture() {
+  if (picture_.isNull()) Draw_Picture();
+  return picture_;
+}
+
 QString Surface_Chart::Read_Out_At(const QPointF& position) const {
   const std::size_t point =
       Point_Under(shape_, {position.x(), position.y()}, fontMetrics().height() * reach_in_lines);
@@ -111,9 +116,8 @@ void Surface_Chart::Draw_Read_Out(QPainter& painter) const {
 }
 
 void Surface_Chart::paintEvent(QPaintEvent* /*event*/) {
-  if (picture_.isNull()) Draw_Picture();
   QPainter painter(this);
-  painter.drawPixmap(0, 0, picture_);
+  painter.drawPixmap(0, 0, Picture());
   if (mouse_) Draw_Read_Out(painter);
   if (!hasFocus()) return;
   painter.setPen(palette().color(QPalette::Highlight));
@@ -199,7 +203,7 @@ void Surface_Chart::keyPressEvent(QKeyEvent* event) {
   Take_View_Of_User(view);
 }
 
-QSize Surface_Chart::sizeHint() const { return QSize(32, 24) * fontMetrics().height(); }
+QSize Surface_Chart::sizeHint() const { return QSize(48, 30) * fontMetrics().height(); }
 
 QSize Surface_Chart::minimumSizeHint() const { return QSize(18, 14) * fontMetrics().height(); }
 

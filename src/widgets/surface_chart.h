@@ -24,6 +24,9 @@ class Surface_Chart : public QWidget {
   void Set_View(const Surface_View& view);
   [[nodiscard]] const Surface_View& View() const { return view_; }
 
+  /// The chart without read-out and focus, as it is on show or would be.
+  [[nodiscard]] const QPixmap& Picture();
+
   /// What is told at @p position of the widget; empty when no point is there.
   [[nodiscard]] QString Read_Out_At(const QPointF& position) const;
 

@@ -7,10 +7,11 @@
 namespace kx {
 namespace {
 
-constexpr std::size_t most_labels = 9;    ///< on an axis of entries
-constexpr double point_share = 0.24;      ///< of the text's height
-constexpr double least_light = 0.72;      ///< of a cell turned away from the light
-constexpr double label_gap_share = 0.35;  ///< of the text's height
+constexpr std::size_t most_labels = 9;        ///< on an axis of entries
+constexpr double point_share = 0.24;          ///< of the text's height
+constexpr double least_light = 0.72;          ///< of a cell turned away from the light
+constexpr double labels_on_free_space = 0.8;  ///< the rest stays between them
+constexpr double label_gap_share = 0.35;      ///< of the text's height
 
 /// From low to high. Its lightness rises all the way, so that it reads without telling red from green.
 struct Gradient_Stop {
@@ -221,13 +222,32 @@ void Surface_Painter::Paint_Entry_Axis(const std::vector<std::string>& labels, c
   outside.*outward *= 1.05;
   const QPointF out = Unit(Place(outside) - Place(edge));
   double reach = 0;
-  for (std::size_t i = 0; i < labels.size(); i += Label_Step(labels.size())) {
+  const std::size_t every = std::max(Label_Step(labels.size()), Free_Label_Step(labels, edge, direction));
+  for (std::size_t i = 0; i < labels.size(); i += every) {
     edge.*direction = outside.*direction = Axis_Place(i, labels.size());
     painter_.drawLine(Place(edge), Place(outside));
     reach = std::max(reach, Paint_Label(Place(outside), out, 0, QString::fromStdString(labels[i])));
   }
   outside.*direction = 0;
   Paint_Label(Place(outside), out, reach, QString::fromStdString(title));
+}
+
+/// Entries between two labels so that they do not touch on an edge through @p middle.
+std::size_t Surface_Painter::Free_Label_Step(const std::vector<std::string>& labels, Space_Point middle,
+                                             Direction direction) const {
+  Space_Point end = middle;
+  end.*direction = 1;
+  middle.*direction = -1;
+  const QPointF whole = Place(end) - Place(middle);
+  double widest = 1;
+  for (const std::string& label : labels) {
+    widest =
+        std::max<double>(widest, painter_.fontMetrics().horizontalAdvance(QString::fromStdString(label)));
+  }
+  const double free_share =
+      std::max(std::fabs(whole.x()) / widest, std::fabs(whole.y()) / painter_.fontMetrics().height());
+  const double most = std::max(1.0, free_share * labels_on_free_space);
+  return static_cast<std::size_t>(std::ceil(static_cast<double>(labels.size()) / most));
 }
 
 /// At the upright edge of the box that is farthest left on the screen.

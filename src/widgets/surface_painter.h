@@ -33,6 +33,8 @@ class Surface_Painter {
   void Paint_Axes();
   void Paint_Entry_Axis(const std::vector<std::string>& labels, const std::string& title, Direction direction,
                         Direction outward);
+  [[nodiscard]] std::size_t Free_Label_Step(const std::vector<std::string>& labels, Space_Point middle,
+                                            Direction direction) const;
   void Paint_Value_Axis();
   double Paint_Label(const QPointF& at, const QPointF& direction, double gap, const QString& text);
 

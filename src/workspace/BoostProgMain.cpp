@@ -146,6 +146,8 @@ void BoostProgMain::Make_Layout() {
   statusBar()->addWidget(Notice_Line(), 1);
   config_ = std::make_unique<KX_Config>(controls_, *this);
   summary_ = std::make_unique<KX_Setting_Summary>();
+  map3d_ = std::make_unique<KX_3Dmap>();
+  sensor_editor_ = std::make_unique<KX_Sensor_Editor>();
   connect(config_.get(), &KX_Config::Summary_Wanted, this, &BoostProgMain::Open_Summary);
 }
 
@@ -175,6 +177,12 @@ void BoostProgMain::Make_Menus() {
   QAction* todos = settings->addAction("&Todos II settings...", QKeySequence("Shift+F4"), this,
                                        [this] { Open_Form(*todos_, *this); });
   todos->setObjectName("Todos_Settings");
+  sensor_settings_ = settings->addAction("S&ensor settings...", QKeySequence("F6"), this,
+                                         [this] { Open_Form(*sensor_editor_, *this); });
+  sensor_settings_->setObjectName("Sensor_Settings");
+  QAction* map =
+      settings->addAction("3D &map...", QKeySequence("F7"), this, [this] { Open_Form(*map3d_, *this); });
+  map->setObjectName("Map_3D");
   QAction* next = settings->addAction("&Next card interface");
   next->setObjectName("toggle_interface");
   next->setShortcut(QKeySequence("Ctrl+T"));
@@ -252,6 +260,7 @@ void BoostProgMain::Show_Values() {
   for (Tables_Panel* panel : tables_) panel->Show_Values();
   controls_.Show_All();
   Apply_Availability();
+  map3d_->Follow_Tables();
 }
 
 /// What the preset and the tune make available: depends on values and layout alike, so both show it.
@@ -260,6 +269,8 @@ void BoostProgMain::Apply_Availability() {
   const Config_State config_state = Config_Of_Tune();
   sstab_Main_->setTabVisible(main_tab::fuel, config_state.SSTab_Fuel);
   sstab_Main_->setTabVisible(main_tab::pwm, config_state.SSTab_PWM);
+  sensor_settings_->setVisible(config_state.Sensor_Settings);
+  sensor_settings_->setEnabled(config_state.Sensor_Settings);
   config_->Show_Layout();
   tblctrl_->setVisible(View_Of_Tune().tblctrl);
 }
@@ -268,18 +279,21 @@ void BoostProgMain::Show_Layout() {
   for (Tables_Panel* panel : tables_) panel->Show_Values();
   Apply_Availability();
   communication_->Show_Layout();
+  map3d_->Follow_Tables();
 }
 
 void BoostProgMain::Show_Title() {
   setWindowTitle(Text(Title_Prefix + Title_Text()));
   general_->Show_Values();
   config_->Show_Title();
+  sensor_editor_->Show_Title();
 }
 
 void BoostProgMain::Show_Table(Table table) {
   for (Tables_Panel* panel : tables_) {
     if (Table_Page* page = panel->Page_Of(table)) page->Show_Values();
   }
+  map3d_->Follow_Tables();
 }
 
 void BoostProgMain::Tab_Changed() {
@@ -320,6 +334,8 @@ void BoostProgMain::closeEvent(QCloseEvent* event) {
   Begin_Shutdown();
   config_->close();
   summary_->close();
+  map3d_->close();
+  sensor_editor_->close();
   prefs_->close();
   log_->Leave();
   todos_->close();

@@ -9,6 +9,8 @@
 #include "boxlink/KX_prefs.h"
 #include "cards/Frm_TodosII.h"
 #include "logging/KX_Log.h"
+#include "sensors/KX_Sensor_Editor.h"
+#include "workspace/KX_3Dmap.h"
 #include "workspace/KX_Config.h"
 #include "workspace/KX_Setting_Summary.h"
 #include "workspace/panels/Analog_Panel.h"
@@ -62,6 +64,9 @@ class BoostProgMain : public QMainWindow {
   QLabel* preset_status_;
   std::unique_ptr<KX_Config> config_;
   std::unique_ptr<KX_Setting_Summary> summary_;
+  std::unique_ptr<KX_3Dmap> map3d_;
+  std::unique_ptr<KX_Sensor_Editor> sensor_editor_;
+  QAction* sensor_settings_;
   std::unique_ptr<KX_prefs> prefs_;
   std::unique_ptr<KX_Log> log_;
   std::unique_ptr<frm_TodosII> todos_;

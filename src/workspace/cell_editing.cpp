@@ -46,14 +46,6 @@ void Copy_Fuel_Load_Bytes() {
   platform::seams.desktop->Set_Clipboard_Text(text);
 }
 
-bool Go_Down(Grid& grid) {
-  if (grid.Row() + 1 >= grid.Rows()) return false;
-  grid.Select(grid.Row() + 1, grid.Row() + 1);
-  grid.Set_Top_Row(grid.Top_Row() + 1);
-  Fresh_Cell = true;
-  return true;
-}
-
 void Show_Chart_Point(Table table, int row, double value) {
   Chart& chart = Chart_Of(Chart_Beside(table));
   const auto point = static_cast<std::size_t>(row - 1);
@@ -102,6 +94,14 @@ std::string KeyEdit(int key_code, const std::string& text) {
     default:
       return text;
   }
+}
+
+bool Go_Down(Grid& grid) {
+  if (grid.Row() + 1 >= grid.Rows()) return false;
+  grid.Select(grid.Row() + 1, grid.Row() + 1);
+  grid.Set_Top_Row(grid.Top_Row() + 1);
+  Fresh_Cell = true;
+  return true;
 }
 
 void Grid_Enter_Cell(Table table, int row, int row_sel) {

@@ -25,6 +25,9 @@ extern bool Fresh_Cell;
 /// Text of a cell after a key; a key that edits nothing gives the same text.
 [[nodiscard]] std::string KeyEdit(int key_code, const std::string& text);
 
+/// Moves the cursor of @p grid one row down; false in its last row. The cell is fresh.
+bool Go_Down(Grid& grid);
+
 /// The cursor of a table's grid was moved by the user: the cell is fresh and its chart follows.
 void Grid_Enter_Cell(Table table, int row, int row_sel);
 

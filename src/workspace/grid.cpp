@@ -7,6 +7,12 @@
 
 namespace kx {
 
+void Each_Selected(const Grid& grid, int first_row, const std::function<void(int row, int distance)>& edit) {
+  for (int row = first_row; row < grid.Rows(); ++row) {
+    if (grid.Selected(row)) edit(row, row - grid.Sel_Start());
+  }
+}
+
 int Grid::Inside(int row) const { return std::clamp(row, 1, std::max(1, Rows() - 1)); }
 
 void Grid::Resize(int rows, int columns) {

@@ -1,9 +1,16 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace kx {
+
+class Grid;
+
+/// Calls @p edit with each selected row from @p first_row on, and by how many rows it stands behind the first
+/// selected one.
+void Each_Selected(const Grid& grid, int first_row, const std::function<void(int row, int distance)>& edit);
 
 /// The texts and the cursor of one table as the user sees it, apart from any widget. Row 0 is the heading
 /// row; entries count from row 1. Columns count from 0.

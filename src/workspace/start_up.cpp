@@ -23,6 +23,8 @@
 #include "settings/text_encoding.h"
 #include "workspace/analog2.h"
 #include "workspace/box_settings.h"
+#include "workspace/map_data.h"
+#include "workspace/sensor_editor.h"
 #include "workspace/setting_summary.h"
 #include "workspace/summary_commands.h"
 #include "workspace/table_limits.h"
@@ -63,6 +65,8 @@ void Reset_State() {
   Reset_Setting_Summary();
   Reset_Summary_Commands();
   Reset_Log_State();
+  Reset_Map_Data();
+  Reset_Sensor_Editor();
 }
 
 }  // namespace
@@ -84,8 +88,10 @@ void Load_Event() {
   Show_Right_Tabs();
 }
 
-void Open_Help_File() {
-  const std::string manual = start_dir + "manual/index.html";
+void Open_Help_File() { Open_Help_Page("index.html"); }
+
+void Open_Help_Page(const std::string& page) {
+  const std::string manual = start_dir + "manual/" + page;
   std::string bytes;
   if (!platform::Read_Whole_File(manual, bytes).Ok()) return Tell("There is no manual at " + manual);
   platform::seams.desktop->Open_With_Handler(manual);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace kx {
 
 /// Brand, titles and working directory: what the forms need before they are made.
@@ -9,7 +11,10 @@ void Prepare_Start();
 /// configuration, resets the tune and fills all views, every tab control on its first tab.
 void Load_Event();
 
-/// Opens the shipped manual in the desktop's browser; a missing one is told of with its path.
+/// Opens a page of the shipped manual in the desktop's browser; a missing one is told of with its path.
+void Open_Help_Page(const std::string& page);
+
+/// The same for its first page.
 void Open_Help_File();
 
 /// Help menu: name, version, maker and site in a box; the brand's link in the desktop's browser.

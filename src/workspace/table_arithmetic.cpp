@@ -22,10 +22,14 @@ double Half_Boost_Raw(const Table_Meaning& meaning, double value) {
 double Scaled_Around_Zero(const Table_Meaning& meaning, double raw, double percent) {
   const double zero = meaning.form.after;
   const double shown = raw / meaning.form.Gain() + zero;
-  return (shown * percent / 100 - zero) * meaning.form.Gain();
+  return (Scaled_Value(shown, percent) - zero) * meaning.form.Gain();
 }
 
 }  // namespace
+
+double Moved_Value(double shown, double step, int steps) { return shown + step * steps; }
+
+double Scaled_Value(double shown, double percent) { return percent * shown / 100; }
 
 std::uint8_t Stepped(const Table_Meaning& meaning, const Cell& cell, int sign) {
   switch (meaning.rule) {
@@ -34,10 +38,10 @@ std::uint8_t Stepped(const Table_Meaning& meaning, const Cell& cell, int sign) {
       return To_Byte(cell.shown * meaning.form.Gain() + sign + meaning.form.before);
     case Edit_Rule::ignition_load_units:
     case Edit_Rule::duty:
-      return To_Byte(Raw_From_Shown(meaning, cell.shown + sign));
+      return To_Byte(Raw_From_Shown(meaning, Moved_Value(cell.shown, 1, sign)));
     case Edit_Rule::ignition_rpm_share: {
       const double share = (meaning.limits.max - meaning.limits.min) / counts_of_a_range;
-      return To_Byte(Raw_From_Shown(meaning, cell.shown + sign * share));
+      return To_Byte(Raw_From_Shown(meaning, Moved_Value(cell.shown, share, sign)));
     }
     default:
       return To_Byte(cell.raw + sign);
@@ -52,7 +56,7 @@ std::uint8_t Sloped(const Table_Meaning& meaning, const Cell& cell, int counts) 
     case Edit_Rule::ignition_rpm_share:
       return byte_chk(Round_Whole(Raw_From_Shown(meaning, cell.shown) + counts));
     case Edit_Rule::duty:
-      return byte_chk(Round_Whole(Raw_From_Shown(meaning, cell.shown + counts)));
+      return byte_chk(Round_Whole(Raw_From_Shown(meaning, Moved_Value(cell.shown, 1, counts))));
     case Edit_Rule::boost_target:
       return To_Byte(cell.raw + counts);
     default:
@@ -74,7 +78,7 @@ std::uint8_t Set_To(const Table_Meaning& meaning, double value) {
 }
 
 std::uint8_t Scaled(const Table_Meaning& meaning, const Cell& cell, double percent) {
-  const double share = percent * cell.shown / 100;
+  const double share = Scaled_Value(cell.shown, percent);
   switch (meaning.rule) {
     case Edit_Rule::boost_target:
       return To_Byte(Half_Boost_Raw(meaning, share));

@@ -16,6 +16,13 @@ struct Cell {
   double shown;
 };
 
+/// @p shown moved by @p steps of @p step, down when negative. The rule of "+", "-" and the slopes for values
+/// that are no bytes; of a table of bytes the rules below make a byte of it.
+[[nodiscard]] double Moved_Value(double shown, double step, int steps);
+
+/// @p shown scaled to @p percent.
+[[nodiscard]] double Scaled_Value(double shown, double percent);
+
 /// One unit up (@p sign 1) or down (-1). Throws Failure "Overflow" when the
 /// result is no byte.
 [[nodiscard]] std::uint8_t Stepped(const Table_Meaning& meaning, const Cell& cell, int sign);

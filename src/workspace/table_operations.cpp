@@ -17,8 +17,8 @@ Shown_Text scale_table_text;
 
 namespace {
 
-/// New byte of one selected cell; @p row is its grid row.
-using Edit = std::function<std::uint8_t(const Table_Meaning& meaning, const Cell& cell, int row)>;
+/// New byte of one selected cell, @p distance rows behind the first selected one.
+using Edit = std::function<std::uint8_t(const Table_Meaning& meaning, const Cell& cell, int distance)>;
 
 Cell Cell_At(const Table_Row& table, int row) {
   const std::string& text = Grid_Of(table.table).Text(row, table.text_column);
@@ -27,10 +27,9 @@ Cell Cell_At(const Table_Row& table, int row) {
 
 void Edit_Selection(Table id, const Table_Meaning& meaning, const Edit& edit) {
   const Table_Row& table = Row_Of(id);
-  const Grid& grid = Grid_Of(id);
-  for (int row = table.first_row; row < grid.Rows(); ++row) {
-    if (grid.Selected(row)) CardByte[Edited_Byte(id, row)] = edit(meaning, Cell_At(table, row), row);
-  }
+  Each_Selected(Grid_Of(id), table.first_row, [&](int row, int distance) {
+    CardByte[Edited_Byte(id, row)] = edit(meaning, Cell_At(table, row), distance);
+  });
 }
 
 /// What every button does: history, the selection of the table on show, the views.
@@ -48,10 +47,8 @@ void Step_Selection(int sign) {
 }
 
 void Slope_Selection(int sign) {
-  const auto table = Active_Table();
-  const int start = table ? Grid_Of(*table).Sel_Start() : 0;
-  Run_On_Shown_Table([sign, start](const Table_Meaning& meaning, const Cell& cell, int row) {
-    return Sloped(meaning, cell, sign * (row - start));
+  Run_On_Shown_Table([sign](const Table_Meaning& meaning, const Cell& cell, int distance) {
+    return Sloped(meaning, cell, sign * distance);
   });
 }
 

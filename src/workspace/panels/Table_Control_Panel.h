@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QGroupBox>
+#include "widgets/table_tools.h"
 
 namespace kx {
 
-/// "Table Control": the buttons and boxes that edit the selected rows of the table on show.
-class Table_Control_Panel : public QGroupBox {
+/// The table panel of the main form: works on the selected rows of the table on show.
+class Table_Control_Panel : public Table_Tools {
   Q_OBJECT
 
  public:

@@ -1,0 +1,255 @@
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QComboBox>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+#include <fstream>
+#include <sstream>
+
+#include "form_fixture.h"
+#include "sensors/sensor_store.h"
+#include "settings/image.h"
+#include "widgets/surface_chart.h"
+#include "widgets/table_grid.h"
+
+namespace kx {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// A form of its own beside the main form.
+class Second_Form : public Form_Fixture {
+ protected:
+  void Open(const char* entry, const char* name) {
+    Trigger(entry);
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      if (widget->objectName() == name) second_ = widget;
+    }
+    ASSERT_NE(second_, nullptr);
+    ASSERT_TRUE(second_->isVisible());
+  }
+
+  template <typename Widget>
+  Widget* In(const char* name) {
+    auto* widget = second_->findChild<Widget*>(name);
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+  void Press(const char* button) {
+    QTest::mouseClick(In<QAbstractButton>(button), Qt::LeftButton);
+    QApplication::processEvents();
+  }
+  void Type(const char* box, const char* text) {
+    In<QLineEdit>(box)->selectAll();
+    QTest::keyClicks(In<QLineEdit>(box), text);
+  }
+  void Choose(const char* list, const char* name) {
+    auto* combo = In<QComboBox>(list);
+    const int index = combo->findText(name);
+    ASSERT_GE(index, 0) << name;
+    combo->setCurrentIndex(index);
+    emit combo->activated(index);
+  }
+  [[nodiscard]] std::string Read(const std::string& name) const {
+    std::ostringstream bytes;
+    bytes << std::ifstream(folder() + name, std::ios::binary).rdbuf();
+    return bytes.str();
+  }
+
+  QWidget* second_ = nullptr;
+};
+
+class Map_Form : public Second_Form {
+ protected:
+  void SetUp() override {
+    Second_Form::SetUp();
+    Open("Map_3D", "KX_3Dmap");
+    chart_ = In<Surface_Chart>("Fuel3dChart");
+  }
+  std::string Data() { return In<QPlainTextEdit>("Text1")->toPlainText().toStdString(); }
+
+  Surface_Chart* chart_ = nullptr;
+};
+
+TEST_F(Map_Form, Follows_Every_Change_Of_The_Tables_While_It_Is_Open) {
+  Press("Option1(0)");
+  Press("cmd_ShowData");
+  EXPECT_TRUE(In<QRadioButton>("Option2(1)")->isChecked());
+  EXPECT_THAT(In<QLabel>("Label1")->text().toStdString(),
+              StartsWith("Ignition map, Ignition [deg] over RPM"));
+  const auto changed_by = [this](const auto& change) {
+    const std::string before = Data();
+    change();
+    QApplication::processEvents();
+    return Data() != before;
+  };
+  CardByte[map::ignition_rpm.first] = 192;
+  Update_All();
+  EXPECT_TRUE(changed_by([] {
+    CardByte[map::ignition_load.first] = 100;
+    Update_All();
+  }));
+  Show(Table::ignition_load);
+  Pick(Table::ignition_load, 1);
+  EXPECT_TRUE(changed_by([this] { QTest::keyClicks(Find<QWidget>("Ig_MAP_Grid"), "7"); }));
+  EXPECT_THAT(Data(), HasSubstr("000>\t7\t"));
+  EXPECT_TRUE(changed_by([] {
+    Set_Field(map::ignition_load_input, 3);
+    Update_Tabs();
+  })) << "the axis of another input";
+  EXPECT_TRUE(changed_by([this] { Press("Option1(2)"); }));
+  Press("Option2(0)");
+  EXPECT_TRUE(chart_->isVisible());
+  EXPECT_THAT(In<QLabel>("Label1")->text().toStdString(), StartsWith("Drag to turn"));
+}
+
+TEST_F(Map_Form, Turns_By_Fields_Mouse_Keys_Wheel_And_Timer) {
+  Type("Text2", "40");
+  Press("Command3");
+  Type("Text3", "-10");
+  QTest::keyClick(In<QLineEdit>("Text3"), Qt::Key_Return);
+  EXPECT_EQ(chart_->View().elevation, 40);
+  EXPECT_EQ(chart_->View().rotation, 350);
+  EXPECT_EQ(In<QLineEdit>("Text3")->text(), "350");
+  Type("Text2", "high");
+  Expect_Box("Elevation, 0 to 90 degrees: not a number");
+  Press("Command3");
+  EXPECT_EQ(In<QLineEdit>("Text2")->text(), "40");
+
+  const QPoint middle = chart_->rect().center();
+  QTest::mousePress(chart_, Qt::LeftButton, {}, middle);
+  QTest::mouseMove(chart_, middle + QPoint(50, -25));
+  QTest::mouseRelease(chart_, Qt::LeftButton, {}, middle + QPoint(50, -25));
+  EXPECT_EQ(chart_->View().rotation, 10);
+  EXPECT_EQ(chart_->View().elevation, 30);
+  EXPECT_EQ(In<QLineEdit>("Text3")->text(), "10");
+  QTest::keyClick(chart_, Qt::Key_Left);
+  EXPECT_EQ(chart_->View().rotation, 5);
+  QWheelEvent nearer(middle, chart_->mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                     false);
+  QApplication::sendEvent(chart_, &nearer);
+  EXPECT_GT(chart_->View().zoom, 1);
+
+  auto* timer = In<QTimer>("Timer1");
+  EXPECT_FALSE(timer->isActive()) << "off until a turn button is pressed";
+  EXPECT_EQ(timer->interval(), 100);
+  Press("turn_right_button");
+  EXPECT_TRUE(QTest::qWaitFor([this] { return chart_->View().rotation == 15; }, 2000));
+  Press("turn_left_button");
+  EXPECT_FALSE(In<QPushButton>("turn_right_button")->isChecked());
+  EXPECT_TRUE(QTest::qWaitFor([this] { return chart_->View().rotation < 12; }, 2000));
+  Press("turn_left_button");
+  EXPECT_FALSE(timer->isActive());
+  Press("turn_left_button");
+  QTest::keyClick(second_, Qt::Key_Escape);
+  EXPECT_FALSE(second_->isVisible());
+  EXPECT_FALSE(timer->isActive());
+}
+
+TEST_F(Map_Form, Tells_Value_Rpm_And_Load_Under_The_Mouse) {
+  EXPECT_EQ(chart_->Read_Out_At({1, 1}), "");
+  const std::string text = chart_->Read_Out_At(chart_->rect().center()).toStdString();
+  EXPECT_THAT(text, StartsWith("Fuel [ms]: "));
+  EXPECT_THAT(text, HasSubstr("\nRPM: "));
+  EXPECT_THAT(text, HasSubstr("\nLoad [bar]: "));
+}
+
+TEST_F(Map_Form, Exports_What_It_Shows) {
+  Press("Option2(1)");
+  Expect_Save_Name(folder() + "map.csv");
+  Press("Export_Image");
+  const std::string text = Read("map.csv");
+  EXPECT_THAT(text, StartsWith("\t<0.10\t<"));
+  EXPECT_EQ(QString::fromStdString(text).remove('\r').toStdString(), Data());
+  EXPECT_EQ(ask_.last_question.name, "New1_kxs");
+  EXPECT_EQ(ask_.last_question.filter, "3D-map image (*.bmp)|*.bmp|As text file (*.csv)|*.csv");
+  Expect_Save_Name(folder() + "map.BMP");
+  Press("Export_Image");
+  const QImage picture(QString::fromStdString(folder() + "map.BMP"), "BMP");
+  EXPECT_EQ(picture.size(), chart_->size() * chart_->devicePixelRatioF());
+  Expect_Save_Name(folder() + "map.png");
+  Expect_Box("A map is exported to a name that ends in .bmp or .csv");
+  Press("Export_Image");
+  Expect_Save_Name("/nowhere/map.csv");
+  ask_.Expect("/nowhere/map.csv: No such file or directory");
+  Press("Export_Image");
+  ask_.Expect_Name("Save As", std::nullopt);
+  Press("Export_Image");
+}
+
+class Sensor_Form : public Second_Form {
+ protected:
+  void SetUp() override {
+    Second_Form::SetUp();
+    Open("Sensor_Settings", "KX_Sensor_Editor");
+  }
+};
+
+TEST_F(Sensor_Form, Defines_A_Sensor_And_Hangs_It_On_An_Input) {
+  EXPECT_FALSE(In<QWidget>("frame_Linear")->isVisible() || In<QWidget>("frame_Table")->isVisible());
+  EXPECT_FALSE(In<QPushButton>("cmd_Add_sensor")->isEnabled());
+  EXPECT_EQ(In<QLineEdit>("txt_SensorName")->text(), "MySensor");
+  EXPECT_EQ(second_->windowTitle(), "Sensor settings New1.kxs");
+  Press("cmd_AddLinearSensor");
+  EXPECT_TRUE(In<QWidget>("frame_Linear")->isVisible());
+  for (const auto& [box, text] : {std::pair{"txt_SensorGain", "1"},
+                                  {"txt_SensorOffset", "-40"},
+                                  {"txt_SensorMin", "0"},
+                                  {"txt_SensorMax", "255"},
+                                  {"txt_SensorUnit", "F"},
+                                  {"txt_SensorInUnit", "V"}}) {
+    Type(box, text);
+  }
+  Expect_Box("Decimals are a whole number from 0 to 4.");
+  Press("cmd_OK");
+  EXPECT_TRUE(second_->isVisible()) << "what cannot be stored stays on the form";
+  Type("txt_SensorDecimals", "0");
+  EXPECT_EQ(In<QPlainTextEdit>("txt_Sensor_Def")->toPlainText(), "MySensor\tLinear\t1\t-40\t0\t255\tF\t0\tV");
+  Press("cmd_Add_sensor");
+  EXPECT_THAT(Read("KXBenchPro.ini"),
+              HasSubstr("\r\nSens_Def=MySensor\tLinear\t1\t-40\t0\t255\tF\t0\tV\r\n"));
+  const int input = Get_Field(map::air_temperature_input) + 1;
+  const QString before = Find<QLabel>("H_IA_Temp_label")->text();
+  Choose(("AN_Combo(" + std::to_string(input) + ")").c_str(), "MySensor");
+  EXPECT_EQ(Sensor_Name(Sensor_On_Input(input)), "MySensor");
+  EXPECT_NE(Find<QLabel>("H_IA_Temp_label")->text(), before);
+  Press("cmd_OK");
+  EXPECT_FALSE(second_->isVisible());
+}
+
+TEST_F(Sensor_Form, Edits_A_Sensor_By_Values_In_Its_Grid) {
+  Choose("EditSensor_Combo", "MAP 3 bar table");
+  EXPECT_TRUE(In<QWidget>("frame_Table")->isVisible());
+  auto* grid = In<Table_Grid>("Sensor_grid");
+  QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                    grid->visualRect(grid->model()->index(0, 0)).center());
+  QTest::keyClicks(grid, "5");
+  QTest::keyClick(grid, Qt::Key_Return);
+  QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
+  Press("plus");
+  const auto value = [grid](int row) { return grid->model()->index(row - 1, 2).data().toString(); };
+  EXPECT_EQ(value(1), "5.00");
+  EXPECT_EQ(value(2), "0.15");
+  EXPECT_EQ(value(3), "0.25");
+  Type("Text1", "128");
+  Press("cmd_Frw_Calc");
+  EXPECT_EQ(In<QLineEdit>("Text2")->text(), "1.6061") << "of the sensor as it is stored";
+  Press("cmd_Rev_Calc");
+  EXPECT_EQ(In<QLineEdit>("Text2")->text(), "255");
+  Choose("Sensor_List_combo", "Log sensor");
+  EXPECT_FALSE(In<QWidget>("frame_Table")->isVisible());
+  QTest::keyClick(second_, Qt::Key_Escape);
+  EXPECT_FALSE(second_->isVisible());
+}
+
+}  // namespace
+}  // namespace kx
