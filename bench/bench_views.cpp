@@ -53,10 +53,11 @@ void Bench_Tab_Change(benchmark::State& state, kx::BoostProgMain& form) {
 /// The 3D map at 800 x 600 with a hill in it.
 kx::Surface_Chart& Open_Map(int fuel_rpm_250) {
   kx::Set_Field(kx::map::fuel_rpm_250, fuel_rpm_250);
+  kx::Refresh_Whole_Image();
   for (int i = 0; i < kx::map::fuel_load.count; ++i) {
     kx::CardByte[kx::map::fuel_load.first + i] = static_cast<std::uint8_t>(130 + 3 * i);
   }
-  for (int i = 0; i < kx::FuelRpmPoints; ++i) {
+  for (int i = 0; i + 1 < kx::Grid_Of(kx::Table::fuel_rpm).Rows(); ++i) {
     kx::CardByte[kx::map::fuel_rpm.first + i] = static_cast<std::uint8_t>(190 - (i - 10) * (i - 10) / 8);
   }
   kx::Refresh_Whole_Image();
