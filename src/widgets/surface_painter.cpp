@@ -7,8 +7,10 @@
 namespace kx {
 namespace {
 
-constexpr std::size_t most_labels = 9;        ///< on an axis of entries
-constexpr double point_share = 0.24;          ///< of the text's height
+constexpr std::size_t most_labels = 9;  ///< on an axis of entries
+constexpr double point_share = 0.24;    ///< of the text's height, and the least of it below
+constexpr double least_point_share = 0.12;
+constexpr double point_share_of_cell = 0.4;   ///< of the step between entries
 constexpr double least_light = 0.72;          ///< of a cell turned away from the light
 constexpr double labels_on_free_space = 0.8;  ///< the rest stays between them
 constexpr double label_gap_share = 0.35;      ///< of the text's height
@@ -87,11 +89,24 @@ Surface_Painter::Surface_Painter(QPainter& painter, const QPalette& palette, con
       projection_(projection),
       scale_(Scale_Around(points.values)),
       back_{projection.Eye().across < 0 ? 1.0 : -1.0, projection.Eye().along < 0 ? 1.0 : -1.0, -box_height},
-      point_(Point_Picture(painter.fontMetrics().height() * point_share,
-                           painter.device()->devicePixelRatioF())) {
+      point_(Point_Picture(Point_Size(), painter.device()->devicePixelRatioF())) {
   const auto [lowest, highest] = std::ranges::minmax(points.values);
   lowest_ = lowest;
   highest_ = highest;
+}
+
+/// Pixels; where the entries lie close together their points are smaller, so that the surface is seen.
+double Surface_Painter::Point_Size() const {
+  const auto step = [this](Direction direction, std::size_t entries) {
+    Space_Point end;
+    end.*direction = 2.0 / static_cast<double>(std::max<std::size_t>(entries, 2) - 1);
+    const QPointF across = Place(end) - Place({});
+    return std::hypot(across.x(), across.y());
+  };
+  const double mean =
+      (step(&Space_Point::across, points_.rpm.size()) + step(&Space_Point::along, points_.load.size())) / 2;
+  const double line = painter_.fontMetrics().height();
+  return std::clamp(mean * point_share_of_cell, line * least_point_share, line * point_share);
 }
 
 QPointF Surface_Painter::Place(const Space_Point& point) const { return On_Screen(projection_.Of(point)); }

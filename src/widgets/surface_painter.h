@@ -38,6 +38,7 @@ class Surface_Painter {
   void Paint_Value_Axis();
   double Paint_Label(const QPointF& at, const QPointF& direction, double gap, const QString& text);
 
+  [[nodiscard]] double Point_Size() const;
   [[nodiscard]] QPointF Place(const Space_Point& point) const;
   [[nodiscard]] QRgb Colour_Of(const Surface_Shape::Cell& cell) const;
   [[nodiscard]] double Height(double value) const { return box_height * (2 * scale_.Share(value) - 1); }

@@ -8,6 +8,7 @@
 
 #include "settings/numbers.h"
 #include "widgets/form_helpers.h"
+#include "widgets/scroll_page.h"
 #include "workspace/map_data.h"
 #include "workspace/map_export.h"
 
@@ -66,7 +67,11 @@ KX_3Dmap::KX_3Dmap(QWidget* parent)
   Label1_->setWordWrap(true);
   views_->addWidget(Fuel3dChart_);
   views_->addWidget(Text1_);
-  auto* layout = new QVBoxLayout(this);
+  auto* page = new QWidget;
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(0, 0, 0, 0);
+  all->addWidget(new Scroll_Page(page));
+  auto* layout = new QVBoxLayout(page);
   layout->addWidget(Make_Options());
   layout->addWidget(Label1_);
   layout->addWidget(views_, 1);
