@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -235,6 +236,12 @@ QWidget* KX_Sensor_Editor::Make_Table_Frame() {
   auto* frame = new QGroupBox("Values");
   frame->setObjectName("frame_Table");
   Sensor_grid_ = new Table_Grid(Sensor_grid, "Sensor_grid");
+  Sensor_grid_->setToolTip("Value at raw 0, 8 to 256, in the sensor's unit; any number");
+  for (const auto& [keys, handler] :
+       {std::pair("Ctrl+Up", &Sensor_plus_Click), {"Ctrl+Down", &Sensor_minus_Click}}) {
+    auto* step = new QShortcut(QKeySequence(keys), Sensor_grid_, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(step, &QShortcut::activated, this, [handler = handler] { Guarded(handler); });
+  }
   connect(Sensor_grid_, &Table_Grid::Cell_Entered, this,
           [](int row, int row_sel) { Guarded([=] { Sensor_Grid_Enter_Cell(row, row_sel); }); });
   connect(Sensor_grid_, &Table_Grid::Key_Pressed, this,
