@@ -157,6 +157,7 @@ void Log_Chart::Set_Lines(const std::vector<Log_Series>& series) {
   while (lines_.size() < series.size()) {
     lines_.push_back(new Signal_Line(x_, xAxis, yAxis));
     lines_.back()->addToLegend(legend);
+    legend->itemWithPlottable(lines_.back())->setMargins({0, 0, 0, 2});  // else descenders are cut
   }
   const bool smooth = series.size() * x_.size() <= smooth_points;
   for (std::size_t i = 0; i < series.size(); ++i) {
@@ -193,7 +194,11 @@ void Log_Chart::Place_Legend() {
     widest = std::max(widest, fontMetrics().horizontalAdvance(line->name()));
   }
   const int item = widest + legend->iconSize().width() + 2 * fontMetrics().averageCharWidth();
-  legend->setWrap(std::max(1, (width() - 20) / std::max(1, item)));
+  const int columns = std::max(1, (width() - 20) / std::max(1, item));
+  if (legend->wrap() != columns) {
+    legend->setWrap(columns);
+    legend->setFillOrder(legend->fillOrder(), true);  // what is there moves only by this
+  }
   const int rows = (static_cast<int>(lines_.size()) + legend->wrap() - 1) / legend->wrap();
   // Where the names would take the chart's room they are left to the tick boxes, which have the colours too.
   if (rows * fontMetrics().height() * legend_height_share > height()) legend->setVisible(false);
@@ -344,6 +349,15 @@ void Log_Chart::wheelEvent(QWheelEvent* event) {
     emit Wheel_Zoomed(Share_At(event->position().x()), turned > 0 ? 1 : -1);
   }
   event->accept();
+}
+
+/// While a stretch is being dragged, Escape is for the drag and not for the window, which it would close.
+bool Log_Chart::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && dragging_ &&
+      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    event->accept();
+  }
+  return QCustomPlot::event(event);
 }
 
 void Log_Chart::keyPressEvent(QKeyEvent* event) {

@@ -57,6 +57,7 @@ class Log_Chart : public QCustomPlot {
   void Point_Picked(std::size_t index);
 
  protected:
+  bool event(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void changeEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

@@ -29,6 +29,7 @@ void Stand_Over(QWidget& form, const QWidget& main_form) {
 
 void Close_By_Escape(QWidget& form) {
   auto* escape = new QShortcut(Qt::Key_Escape, &form);
+  escape->setAutoRepeat(false);  // a key held too long leaves the forms behind this one open
   QObject::connect(escape, &QShortcut::activated, &form, &QWidget::close);
 }
 

@@ -39,6 +39,8 @@ TEST(Form_Helpers, A_Form_Opens_Over_The_Main_Form_And_Escape_Closes_It) {
   EXPECT_LE((form.geometry().center() - main_form.geometry().center()).manhattanLength(), 2);
   ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
   form.move(60, 70);
+  QTest::simulateEvent(&form, true, Qt::Key_Escape, Qt::NoModifier, "", true);
+  EXPECT_TRUE(form.isVisible()) << "held since it closed the form in front";
   QTest::keyClick(&form, Qt::Key_Escape);
   EXPECT_FALSE(form.isVisible());
   Open_Form(form, main_form);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTest>
 #include <cmath>
@@ -68,6 +69,22 @@ TEST_F(Log_Chart_Test, Axes_Fit_All_Lines_Or_Stand_As_They_Are_Fixed) {
   EXPECT_FALSE(chart_.yAxis2->visible());
 }
 
+TEST_F(Log_Chart_Test, Names_In_The_Legend_Are_Not_Cut_In_A_Narrower_Chart) {
+  const QString name = "signal of the log [lambda]";
+  const int needed = chart_.fontMetrics().horizontalAdvance(name) + chart_.legend->iconSize().width();
+  std::vector<Log_Series> series;
+  for (int row = 0; row < 7; ++row) series.push_back({name, row, false, rising_});
+  chart_.Show(time_, "", series, {}, {}, "");
+  for (const int width : {1200, 500}) {
+    chart_.resize(width, 400);
+    chart_.replot();
+    for (int i = 0; i < chart_.plottableCount(); ++i) {
+      const auto* item = chart_.legend->itemWithPlottable(chart_.plottable(i));
+      EXPECT_GE(item->outerRect().width(), needed) << width << " " << i;
+    }
+  }
+}
+
 TEST_F(Log_Chart_Test, A_Drag_Chooses_A_Stretch_And_Escape_Takes_It_Back) {
   QSignalSpy chosen(&chart_, &Log_Chart::Stretch_Chosen);
   Drag(Qt::LeftButton, 0.75, 0.25);
@@ -75,8 +92,12 @@ TEST_F(Log_Chart_Test, A_Drag_Chooses_A_Stretch_And_Escape_Takes_It_Back) {
   ASSERT_EQ(chosen.size(), 1);
   EXPECT_NEAR(chosen[0][0].toDouble(), 0.25, 0.002);
   EXPECT_NEAR(chosen[0][1].toDouble(), 0.75, 0.002);
+  QShortcut close(Qt::Key_Escape, &chart_);  // as every form has
+  QSignalSpy closed(&close, &QShortcut::activated);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&chart_));
   Drag(Qt::LeftButton, 0.2, 0.8);
   QTest::keyClick(&chart_, Qt::Key_Escape);
+  EXPECT_EQ(closed.size(), 0) << "the key was for the drag";
   QTest::mouseRelease(&chart_, Qt::LeftButton, {}, At(0.8, 40));
   EXPECT_EQ(chosen.size(), 1);
 }

@@ -57,9 +57,10 @@ class Log_Form_Fixture : public Form_Fixture {
     QTest::keyClick(box, Qt::Key_Return);
   }
 
-  /// The key, once @p window has come to the front.
+  /// The key, once @p window has come to the front. qWaitForWindowActive would not do: it takes a form for
+  /// active as soon as the form it stands over is, and the key would go to that one.
   static void Escape(QWidget* window) {
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    ASSERT_TRUE(QTest::qWaitFor([window] { return QApplication::activeWindow() == window; }));
     QTest::keyClick(window, Qt::Key_Escape);
   }
 

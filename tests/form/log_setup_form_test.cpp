@@ -101,6 +101,21 @@ TEST_F(Log_Setup_Form, Names_And_Sensors_Show_At_Once_And_Cancel_Takes_Them_Back
   EXPECT_EQ(log_->windowTitle(), "*pull.kxl");
 }
 
+TEST_F(Log_Setup_Form, Escape_Reaches_Only_The_Window_In_Front) {
+  Type(setup_, "txt_CustomSignalName(1)", "Boost");
+  Escape(setup_);
+  EXPECT_FALSE(setup_->isVisible());
+  EXPECT_TRUE(log_->isVisible());
+  EXPECT_EQ(Tick(1)->text(), "AN1 In [V]") << "taken back as by Cancel";
+  Tick(3)->click();  // not saved: a close of the log window would ask
+  for (const auto& [button, name] : {std::pair("Command9", "KX_RPM"), {"cmd_MAF_Sim", "Maf_Text_Window"}}) {
+    Press(button);
+    Escape(Window(name));
+    EXPECT_FALSE(Window(name)->isVisible()) << name;
+    EXPECT_TRUE(log_->isVisible()) << name;
+  }
+}
+
 TEST_F(Log_Setup_Form, Units_Convert_Gears_And_Weight_And_Name_The_Signals) {
   Type(setup_, "txt_Gearing(4)", "37.01");
   Press_Setup("Speed_option(1)");
