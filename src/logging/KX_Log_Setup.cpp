@@ -16,6 +16,7 @@
 namespace kx {
 namespace {
 
+constexpr int lines_high = 40;
 constexpr const char* show_advanced = "Advanced settings";
 constexpr const char* show_standard = "Standard settings";
 
@@ -37,13 +38,17 @@ KX_Log_Setup::KX_Log_Setup(Setting_Controls& settings, QWidget* parent)
   setObjectName("KX_Log_Setup");
   setWindowTitle(Text("Log settings" + (Program_Name.empty() ? "" : " - " + Program_Name)));
   auto* halves = new QHBoxLayout;
-  halves->addWidget(signals_, 1);
-  halves->addWidget(new Scroll_Page(vehicle_), 1);
+  halves->addWidget(signals_);
+  halves->addWidget(new Scroll_Page(vehicle_));
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(halves, 1);
   layout->addWidget(Make_Buttons());
   Guard_Wheels_In(this);
-  resize(fontMetrics().averageCharWidth() * 140, fontMetrics().height() * 40);
+}
+
+/// Wide enough for both halves, once the rows have their names; some lines high, since both scroll.
+QSize KX_Log_Setup::sizeHint() const {
+  return {QWidget::sizeHint().width(), fontMetrics().height() * lines_high};
 }
 
 QWidget* KX_Log_Setup::Make_Buttons() {

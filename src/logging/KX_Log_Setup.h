@@ -23,6 +23,8 @@ class KX_Log_Setup : public QWidget {
   /// Names and sensors of the rows.
   void Show_Rows();
 
+  [[nodiscard]] QSize sizeHint() const override;
+
  protected:
   void closeEvent(QCloseEvent* event) override;
 

@@ -74,6 +74,7 @@ Log_Live_Panel::Log_Live_Panel(Setting_Controls& settings, QWidget* parent)
 QFrame* Log_Live_Panel::Make_Interval(Setting_Controls& settings) {
   auto* frame = new QFrame;
   frame->setObjectName("Interval_Frame");
+  frame->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
   auto* layout = new QGridLayout(frame);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(2);

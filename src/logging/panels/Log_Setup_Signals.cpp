@@ -64,6 +64,7 @@ Log_Setup_Signals::Row Log_Setup_Signals::Make_Row(int row) {
   widgets.txt_CustomSignalName->setToolTip("What the chart, its tick box and exports call this signal");
   widgets.txt_CustomSignalName->setMinimumWidth(
       widgets.txt_CustomSignalName->fontMetrics().averageCharWidth() * name_width_in_characters);
+  widgets.Log_Sensor_combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   widgets.Log_Sensor_combo->setToolTip("How the logged number, 0 to 255, becomes a value");
   connect(
       widgets.txt_CustomSignalName, &QLineEdit::textEdited, widgets.txt_CustomSignalName,

@@ -57,6 +57,7 @@ Log_Setup_Vehicle::Log_Setup_Vehicle(Setting_Controls& settings, QWidget* parent
 QWidget* Log_Setup_Vehicle::Make_Car(Setting_Controls& settings) {
   auto* frame = new QGroupBox("Car");
   auto* rows = new QFormLayout(frame);
+  rows->setRowWrapPolicy(QFormLayout::WrapLongRows);
   auto* weight = new QWidget;
   auto* line = new QHBoxLayout(weight);
   line->setContentsMargins(0, 0, 0, 0);
