@@ -140,7 +140,12 @@ void Command5_Click() { Run_Card_Operation(Check_Card, End_Check_Early); }
 
 void Command6_Click() {
   if (Transfer_Running()) return;
-  Com_knapp5_Click();
+  try {
+    Com_knapp5_Click();
+  } catch (...) {
+    kx_crw_text.Set(rs232_text.Text());  // or the word of the operation before would stand on
+    throw;
+  }
   kx_crw_text.Set(rs232_text.Text());
   while (Transfer_Running() && rs232_text.Text() == words::reading_data) Do_Events();
   kx_crw_text.Set(rs232_text.Text());

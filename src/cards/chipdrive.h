@@ -7,9 +7,9 @@
 /// The card path over a Chipdrive reader. Its outcome shows in txt_Chipdrive_status.
 namespace kx {
 
-extern bool Reader_Found;          ///< the reader answered the last search
-extern std::string Card_Status;    ///< status of the last command, as decimal text
-extern std::string Card_Buffer;    ///< data of the last command, 256 characters, one a byte
+extern bool Reader_Found;        ///< the reader answered the last search
+extern std::string Card_Status;  ///< of the last step with a reader: status as decimal text, Todos its words
+extern std::string Card_Buffer;  ///< data of the last command, 256 characters, one a byte
 extern bool Chipdrive_Delay_Done;  ///< set by the tick of timer_Chipdrive
 
 /// Statuses of the reader's library that have a meaning here.

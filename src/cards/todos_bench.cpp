@@ -61,6 +61,7 @@ void Change_Pin() {
 void Read_Protect_Bit() {
   const auto address = Number_In(MemAddress, 0, last_address);
   if (!address) return Set_Result(card_words::no_start_address);
+  if (!Connected()) return Set_Result(card_words::read_data_fail);
   std::uint8_t bit = 0;
   const auto status =
       With_Library([&](auto& library) { return library.AgmSynCardMemReadPB(Todos_Card, *address, bit); });
@@ -74,6 +75,7 @@ void Write_Protect_Bit() {
   if (!address) return Set_Result(card_words::no_start_address);
   const auto data = Number_In(MemStatus, 0, highest_byte);
   if (!data) return Set_Result(card_words::no_protect_data);
+  if (!Connected()) return Set_Result(card_words::protect_bit_error);
   const auto status = With_Library([&](auto& library) {
     return library.AgmSynCardMemWritePB(Todos_Card, *address, static_cast<std::uint8_t>(*data));
   });

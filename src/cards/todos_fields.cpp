@@ -1,4 +1,5 @@
 #include "cards/card_texts.h"
+#include "cards/chipdrive.h"
 #include "cards/todos_steps.h"
 #include "settings/numbers.h"
 
@@ -19,6 +20,7 @@ Shown_Text output;
 void Set_Result(std::string_view text) {
   result.Set(text);
   txt_TodosStatus.Set(text);
+  Card_Status = text;
 }
 
 const Card_Type& Chosen_Type() { return card_types.at(card_type); }

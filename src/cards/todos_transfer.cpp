@@ -134,6 +134,10 @@ void Disconnect_From_Main_Form() {
   Disconnect_Card();
 }
 
+void Run_Read(void (*read)()) {
+  Run_Card_Operation(read, [](std::string_view) { Set_Result(card_words::read_data_fail); });
+}
+
 void Run_Write(void (*write)()) {
   Run_Card_Operation(write, [](std::string_view) { Set_Result(card_words::write_data_error); });
 }
@@ -147,13 +151,13 @@ void CardReset_Click() { Run_Card_Operation(todos::Reset_Card); }
 
 void Disconnect_Click() { Run_Card_Operation(todos::Disconnect_Card); }
 
-void ComRead_Click() { Run_Card_Operation(todos::Read_Bytes); }
+void ComRead_Click() { todos::Run_Read(todos::Read_Bytes); }
 
 void comwrite_Click() { todos::Run_Write(todos::Write_Bytes); }
 
 void cmd_FindTodos_Click() { ConnectCard_Click(); }
 
-void cmdReadTodos_Click() { Run_Card_Operation(todos::Read_Card); }
+void cmdReadTodos_Click() { todos::Run_Read(todos::Read_Card); }
 
 void cmd_WriteTodos_Click() { todos::Run_Write(todos::Write_Card); }
 

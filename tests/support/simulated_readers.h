@@ -70,9 +70,11 @@ class Simulated_Todos : public platform::Todos_Library {
     return reader_.Page_Write(card, address, data);
   }
   std::int32_t AgmSynCardMemReadPB(std::int32_t card, std::int32_t address, std::uint8_t& bit) override {
+    calls.emplace_back("Read bit");
     return reader_.Read_Protect_Bit(card, address, bit);
   }
   std::int32_t AgmSynCardMemWritePB(std::int32_t card, std::int32_t address, std::uint8_t data) override {
+    calls.emplace_back("Protect");
     return reader_.Write_Protect_Bit(card, address, data);
   }
   std::int32_t AgmSynCardVerifyPIN(std::int32_t card, Const_Bytes pin) override {

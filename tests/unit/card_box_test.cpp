@@ -154,6 +154,12 @@ TEST_F(Box_Card, A_Read_Of_The_Box_Shows_Its_Words_And_Waits_For_Its_End) {
   Set_Faults("stall=0");
   Run(Command6_Click);
   EXPECT_EQ(words_.back(), "< communication error >");
+  Set_Faults("hang_up_received=1");
+  ask_.Expect("Lost connection with USB port");
+  kx_crw_text.Set("< Card Write OK >");
+  Run(Command6_Click);
+  ASSERT_FALSE(words_.empty());
+  EXPECT_EQ(words_.back(), "< communication error >") << "not the word of an earlier write";
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <random>
 
 #include "settings/message.h"
@@ -110,6 +111,47 @@ TEST_P(Card_Paths, A_Fault_At_Any_Byte_Of_A_Write_Is_Seen) {
       EXPECT_EQ(Word(), silent   ? "< Card differs from tune >"
                         : pulled ? "< No Card >"
                                  : failures.at(GetParam()));
+    }
+  }
+}
+
+/// Whatever goes wrong: the card is asked for bytes of the tune alone, each once at most and in their order,
+/// no PIN is presented, and a card that is called written holds the tune.
+TEST_P(Card_Paths, Nothing_But_The_Tune_Reaches_A_Card) {
+  std::mt19937 random(88172645);
+  const auto byte = [&] { return static_cast<std::uint8_t>(random()); };
+  const int first = GetParam() == box ? 1 : 0;
+  Reader_Found = true;
+  for (std::string knobs : {"", "no_reader", "no_card", "pull=", "pull=", "write_fault=", "write_fault=",
+                            "lost_write=", "lost_write=", "garbage", "throws", "wrong_pin", "locked"}) {
+    if (knobs.ends_with('=')) knobs += std::to_string(1 + random() % 255);
+    SCOPED_TRACE(knobs);
+    Card() = {};
+    std::ranges::generate(Card().Memory, byte);
+    sim::Image expected = Card().Memory;
+    for (int i = 0; i < Byte_Image::size; ++i) CardByte[i] = byte();
+    Set_Field(map::slave_mode, 0);
+    Set_Reader_Faults(knobs);
+    Box().Socket.Set_Faults(reader_.Faults());
+    if (knobs == "throws" || knobs == "no_reader")
+      Expect_Box_For(todos_reader, "Could not Initialize the specified reader!");
+    if (knobs == "no_card")
+      Expect_Box_For(todos_reader, "Could not connect to card by the specified reader!");
+    Guarded(Path().write);
+    int next = first;
+    for (const auto& [address, value] : Card().Asked) {
+      ASSERT_GE(static_cast<int>(address), next);
+      ASSERT_EQ(value, CardByte[static_cast<int>(address)]) << "byte " << address;
+      next = static_cast<int>(address) + 1;
+      expected.at(address) = value;
+    }
+    EXPECT_EQ(Card().Tries, knobs == "locked" ? 0 : sim::Smart_Card::All_Tries);
+    if (Word() == "< Card Write OK >") {
+      EXPECT_EQ(next, Byte_Image::size);
+      EXPECT_EQ(Card().Memory, expected);
+    }
+    if (knobs.empty() || knobs == "wrong_pin") {
+      EXPECT_EQ(Word(), "< Card Write OK >");
     }
   }
 }

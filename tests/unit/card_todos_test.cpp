@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "cards/chipdrive.h"
 #include "cards/todos_bench.h"
 #include "settings/message.h"
 #include "support/card_fixture.h"
@@ -16,6 +17,7 @@ class Todos : public test::Card_Fixture {
   static std::string After(void (*click)()) {
     Guarded(click);
     EXPECT_EQ(txt_TodosStatus.Text(), Result());
+    EXPECT_EQ(Card_Status, Result());
     return Result();
   }
   static void Type(std::array<Shown_Text, 3>& fields, std::array<const char*, 3> texts) {
@@ -159,6 +161,17 @@ TEST_F(Todos, A_Write_Ends_At_The_First_Byte_That_Fails) {
   EXPECT_EQ(reader_.Card.Memory[4], Other_Tune()[4]);
 }
 
+TEST_F(Todos, A_Read_That_Is_Ended_Does_Not_Stay_At_Its_Beginning) {
+  const Byte_Image before = CardByte;
+  loop_.on_turn = [] {
+    if (Result() == "< Reading... >") End_Transfer();
+  };
+  for (void (*const click)() : {cmdReadTodos_Click, ComRead_Click}) {
+    EXPECT_EQ(After(click), "< Read Data Fail >");
+    EXPECT_EQ(CardByte, before);
+  }
+}
+
 TEST_F(Todos, A_Pin_That_Is_No_Pin_Costs_No_Try) {
   EXPECT_EQ(After(ComChp_Click), " Please connect to the card first!");
   Guarded(ConnectCard_Click);
@@ -208,6 +221,9 @@ TEST_F(Todos, Protect_Bits_Are_Read_And_Written_Once_And_For_All) {
   todos::MemAddress.Typed("5");
   EXPECT_EQ(After(WritePB_Click), "< please input the data to be written to card! >");
   EXPECT_EQ(After(ReadPB_Click), "< Read Data Fail >") << "not connected";
+  todos::MemStatus.Typed("7");
+  EXPECT_EQ(After(WritePB_Click), "< Write Protect Bit Error >");
+  EXPECT_THAT(todos_.calls, IsEmpty()) << "there is no card that it could be asked about";
   Guarded(ConnectCard_Click);
   EXPECT_EQ(After(ReadPB_Click), "< Read Success! >");
   EXPECT_EQ(todos::output.Text(), "Read Protect Bit : 1");
