@@ -5,6 +5,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "log_form_fixture.h"
 #include "logging/log_array.h"
@@ -73,6 +75,15 @@ TEST_F(Log_Setup_Form, Shows_The_Defaults_Under_Their_Given_Names) {
   Press_Setup("cmd_Advanced_Log_Settings");
   EXPECT_TRUE(In_Setup<QGroupBox>("frame_Advanced")->isVisible());
   EXPECT_EQ(In_Setup<QPushButton>("cmd_Advanced_Log_Settings")->text(), "Standard settings");
+}
+
+TEST_F(Log_Setup_Form, Opens_As_Wide_As_Both_Halves_And_Fits_A_Small_Screen) {
+  EXPECT_LE(setup_->sizeHint().width(), 1024);
+  setup_->resize(setup_->sizeHint());
+  QApplication::processEvents();
+  const auto halves = setup_->findChildren<QScrollArea*>();
+  EXPECT_EQ(halves.size(), 2);
+  for (const QScrollArea* half : halves) EXPECT_EQ(half->horizontalScrollBar()->maximum(), 0);
 }
 
 TEST_F(Log_Setup_Form, Names_And_Sensors_Show_At_Once_And_Cancel_Takes_Them_Back) {
