@@ -17,6 +17,7 @@
 #include "logging/log_state.h"
 #include "platform/seams.h"
 #include "settings/message.h"
+#include "settings/notice.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
 
@@ -29,6 +30,7 @@ namespace {
 
 constexpr int alert_tick_ms = 750;
 constexpr int first_update_tick_ms = 500;
+constexpr const char* line_in_use = "A transfer has the line. START works when it has ended.";
 constexpr const char* open_failed = "Could not open Com port. Please check settings";
 
 enum class Phase { idle, reading_settings, opening };
@@ -180,7 +182,9 @@ bool Log_Running() { return live != nullptr; }
 
 void cmd_Open_Com_Click() {
   if (Log_Running()) return Stop_Log();
-  if (phase == Phase::idle && !Transfer_Running()) Start_Log();
+  if (phase != Phase::idle) return;
+  if (Transfer_Running()) return Show_Notice(line_in_use);
+  Start_Log();
 }
 
 void Clear_Data_Arrays() {

@@ -12,8 +12,9 @@ namespace kx {
 extern int Log_Row_Count;
 
 /// The button cmd_Open_Com, the menu Start_Logg and Direct_startlog: starts a log, or stops the one that
-/// runs. Nothing happens while a transfer has the line or a start is under way. Waits for the box's settings
-/// when they are to go into the log; any handler may run in there.
+/// runs. Nothing happens while a start is under way, and while a transfer has the line nothing but a word
+/// about it in the status line. Waits for the box's settings when they are to go into the log; any handler
+/// may run in there.
 void cmd_Open_Com_Click();
 
 /// Asks about an unsaved log and empties the log. Nothing happens while a log runs.

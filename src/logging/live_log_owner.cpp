@@ -139,11 +139,16 @@ void Live_Log::Begin() {
   }
 }
 
+Chunk_Outcome Live_Log::Take_Waiting_Chunk() {
+  const Flag_Guard busy(Log_OnComm_Busy);
+  return Take_Chunk(reception_, *stream_, MSComm1.Input());
+}
+
+/// The backup comes last: while the box for a full disk waits for its answer, chunks are taken as ever.
 void Live_Log::Receive() {
   if (Log_OnComm_Busy || !reception_.Log_Reception_On) return;
   if (MSComm1.InBufferCount() <= log_receive_threshold) return;
-  const Flag_Guard busy(Log_OnComm_Busy);
-  const Chunk_Outcome outcome = Take_Chunk(reception_, Log_Data_Text, MSComm1.Input());
+  const Chunk_Outcome outcome = Take_Waiting_Chunk();
   if (outcome.begins) live_timers.Timer1->Set_Enabled(true);
   if (outcome.first) Set_Alert(Shown_Alert::none);
   backup_.Print(outcome.backup);
@@ -155,7 +160,7 @@ void Live_Log::Set_Alert(Shown_Alert alert) {
 }
 
 void Live_Log::Alert_Tick() {
-  const Alert_Action action = Note_Alert_Tick(reception_, Log_Data_Text);
+  const Alert_Action action = Note_Alert_Tick(reception_, *stream_);
   if (action == Alert_Action::blink) {
     inverted_ = !inverted_;
     return Set_Alert(Shown_Alert::logging);
@@ -196,6 +201,7 @@ void Live_Log::Update_Tick() {
   try {
     Update_Live_Chart();
   } catch (const std::exception& failure) {
+    reception_.Log_Reception_On = true;
     Tell_Failed_Once(failure.what());
   }
   reception_.Log_Reception_On = true;

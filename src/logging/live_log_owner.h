@@ -6,6 +6,7 @@
 
 #include "logging/log_backup.h"
 #include "logging/log_reception.h"
+#include "logging/log_state.h"
 #include "platform/event_loop.h"
 #include "settings/image.h"
 
@@ -75,12 +76,15 @@ class Live_Log {
   void Count_File_Time();
   void Split_If_Long();
   void Fast_Save_Long_Log_File();
-  void Begin_Next_Part(const std::string& behind);
+  [[nodiscard]] Chunk_Outcome Take_Waiting_Chunk();
+  [[nodiscard]] bool Save_Part(std::string& whole);
+  void Begin_Next_Part(const std::string& behind, const std::string& came);
   void Tell_Lost_Once();
   void Tell_Failed_Once(const std::string& what);
   void Report() const;
 
   Log_Reception reception_;
+  std::string* stream_ = &Log_Data_Text;  // where chunks go: another text while a part is being saved
   Log_Backup backup_;
   Kept_Tune tune_;
   std::string directory_;  // of all parts, as it was at the start

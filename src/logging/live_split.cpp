@@ -9,6 +9,7 @@
 #include "logging/log_files.h"
 #include "logging/log_settings.h"
 #include "logging/log_state.h"
+#include "settings/failure.h"
 #include "settings/numbers.h"
 #include "settings/text_encoding.h"
 
@@ -48,6 +49,15 @@ std::string Close_Part() {
   return behind;
 }
 
+/// Nothing of a device that has gone, which the ticks tell of.
+std::string Waiting_Input() {
+  try {
+    return MSComm1.Input();
+  } catch (const Failure&) {
+    return {};
+  }
+}
+
 }  // namespace
 
 /// Lines that no reader decodes count here as well, so that a file never has more than it may hold.
@@ -57,12 +67,26 @@ void Live_Log::Split_If_Long() {
   if (Behind_Lines(Log_Data_Text, lines) < Log_Data_Text.size()) Fast_Save_Long_Log_File();
 }
 
+/// Chunks go on into @p whole: a question or a refusal by the disk may wait for its answer in here.
+bool Live_Log::Save_Part(std::string& whole) {
+  struct Way_Back {
+    std::string*& stream;
+    ~Way_Back() { stream = &Log_Data_Text; }
+  } const way_back{stream_};
+  stream_ = &whole;
+  may_split_ = false;
+  reception_.Log_Reception_On = true;
+  return Log_File_Auto_Save();
+}
+
 /// A part that can not be saved stays: the log goes on in one text, which nothing is cut from any more.
 void Live_Log::Fast_Save_Long_Log_File() {
   Log_Row_Count = 0;
   if (!may_split_) return;
   log_settings.check_AutoSave = true;
-  const std::string whole = Log_Data_Text;
+  std::string whole = Log_Data_Text;
+  const std::size_t received = whole.size();
+  const std::size_t saved = Whole_Lines(whole).size();
   const std::string single = Log_File_Name;
   if (Log_Chunk_No == 0) {
     Log_Chunk_No = 1;
@@ -74,19 +98,24 @@ void Live_Log::Fast_Save_Long_Log_File() {
   Log_Chart_Last = Log_Rows;
   Mark_Log_Unsaved();
   Log_Directory = directory_;
-  may_split_ = Log_File_Auto_Save();
-  if (may_split_) return Begin_Next_Part(behind);
+  may_split_ = Save_Part(whole);
+  const bool came = whole.size() != received;
+  if (may_split_) return Begin_Next_Part(behind, came ? whole.substr(std::min(saved, whole.size())) : "");
   Log_Data_Text = whole;
   if (Log_Chunk_No == 1) Log_File_Name = single;
   if (Log_Chunk_No == 1) Log_Chunk_No = 0;
 }
 
-/// The row in progress is lost between two parts, wherever its end is.
-void Live_Log::Begin_Next_Part(const std::string& behind) {
-  const std::string waiting = MSComm1.Input();
+/// The row in progress is lost between two parts, wherever its end is; but not when rows @p came, from their
+/// beginning on, while the part was being saved. The backup
+/// knows no parts.
+void Live_Log::Begin_Next_Part(const std::string& behind, const std::string& came) {
+  const std::string waiting = Waiting_Input();
   const std::size_t end = waiting.find("\r\n");
-  reception_.skip_half_row = end == std::string::npos;
-  reception_.Log_Rx_Text = reception_.skip_half_row ? std::string() : waiting.substr(end + 2);
+  reception_.skip_half_row = came.empty() && end == std::string::npos;
+  reception_.Log_Rx_Text = !came.empty()              ? came + waiting
+                           : reception_.skip_half_row ? std::string()
+                                                      : waiting.substr(end + 2);
   Note_Log_Begin();
   Log_Data_Text =
       "[log_data]" + Crlf() + reception_.Log_Start_String + Crlf() + behind + reception_.Log_Rx_Text;
@@ -94,6 +123,7 @@ void Live_Log::Begin_Next_Part(const std::string& behind) {
   Log_File_Name.resize(Log_File_Name.size() - name_end_length);
   Log_File_Name += Part_Name_End(Log_Chunk_No);
   Mark_Log_Unsaved();
+  backup_.Print(waiting);
 }
 
 }  // namespace kx

@@ -10,7 +10,9 @@
 #include "logging/log_backup.h"
 #include "logging/log_reception.h"
 #include "settings/message.h"
+#include "settings/notice.h"
 #include "sim/drive.h"
+#include "support/file_size_limit.h"
 #include "support/live_log_fixture.h"
 #include "support/workspace_fixture.h"
 #include "workspace/shut_down.h"
@@ -240,6 +242,7 @@ TEST_F(Live_Log_Test, A_Log_Is_Left_Alone_By_What_Would_Disturb_It) {
   EXPECT_GT(Log_Rows, 20);
   Run_Transfer({}, [] { cmd_Open_Com_Click(); });  // a transfer has the line
   EXPECT_FALSE(Log_Running());
+  EXPECT_EQ(notice_text.Text(), "A transfer has the line. START works when it has ended.");
 
   Log_File_Unsaved = false;
   Click();
@@ -269,6 +272,8 @@ TEST_F(Live_Log_Test, A_Long_Log_Becomes_Numbered_Files) {
   const std::size_t lost = 6500 - 2 - rows.size() / 85 - rest.size() / 85;
   EXPECT_LE(lost, 6U);  // the row in progress, and what the port held at the stop
   EXPECT_NE(Drive_Rows(0, 6600 * 85).find(rest), std::string::npos);
+  // The backup has no gap where the parts meet.
+  EXPECT_NE(folder_.Read(log_backup_name).find(Drive_Rows(2, 6480 * 85)), std::string::npos);
 }
 
 /// Twenty times the pace of a real box, a chart ten times a second, and each part of the log a file.
@@ -320,15 +325,50 @@ TEST_F(Live_Log_Test, A_Folder_That_Is_Gone_Costs_No_Row) {
   loop_.Run(5);
   std::filesystem::remove_all(folder_.Path("stick"));
   const std::string gone = ": No such file or directory";
-  ask_.Expect(folder_.Path("stick/KXLog-_2031-05-1710-00-00_001.kxl") + gone);
+  ask_.Expect(folder_.Path("stick/KXLog-_2031-05-1710-00-00_001.kxl") + gone, Answer::ok,
+              [this] { loop_.Run(5); });
   loop_.Run(60);  // 250 counted seconds are 25
-  ask_.Expect(folder_.Path("stick/KXLog-2031-05-17_10-00-50.kxl") + gone);
+  ask_.Expect(folder_.Path("stick/KXLog-2031-05-17_10-00-55.kxl") + gone);
   Click();
   const std::string rows = Rows_In(Log_Data_Text);
   EXPECT_EQ(rows, Drive_Rows(2, rows.size()));
   EXPECT_GT(rows.size(), 1290U * 85);
   EXPECT_TRUE(Log_File_Unsaved);
   EXPECT_EQ(Log_File_Name, "KXLog-.kxl");
+}
+
+/// The driver has no hand for it.
+TEST_F(Live_Log_Test, A_Box_That_Waits_For_Its_Answer_Stops_No_Log) {
+  Log_Directory = folder_.Path("gone/");
+  const std::string gone = ": No such file or directory";
+  Plug_In("log_pace=5");
+  loop_.Set_Turn(0.002);
+  Click();
+  const std::string first = folder_.Path("gone/KXLog-_2031-05-1710-00-00_001.kxl") + gone;
+  ask_.Expect(first, Answer::ok, [this] { loop_.Run(3); });
+  loop_.Run(65);  // 6500 rows
+  EXPECT_TRUE(Log_Running());
+  ask_.Expect(folder_.Path("gone/KXLog-2031-05-17_10-00-00.kxl") + gone);
+  Click();
+  const std::string rows = Rows_In(Log_Data_Text);
+  EXPECT_EQ(rows, Drive_Rows(2, rows.size()));
+  EXPECT_GT(rows.size(), 6480U * 85);
+}
+
+TEST_F(Live_Log_Test, A_Full_Disk_Costs_The_Backup_Alone) {
+  Click();
+  ask_.Expect("The backup of this log can not be written. The log itself goes on.\r\n" + Log_Backup_Path() +
+                  ": File too large",
+              Answer::ok, [this] { loop_.Run(3); });
+  {
+    const test::File_Size_Limit full_disk(4000);
+    loop_.Run(10);
+  }
+  EXPECT_TRUE(Log_Running());
+  Click();
+  const std::string rows = Rows_In(Log_Data_Text);
+  EXPECT_EQ(rows, Drive_Rows(2, rows.size()));
+  EXPECT_GT(rows.size(), 190U * 85);
 }
 
 using Live_Log_Surroundings = Workspace_Fixture;
