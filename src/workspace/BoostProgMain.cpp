@@ -216,11 +216,18 @@ void BoostProgMain::Make_Tab_Keys() {
 }
 
 /// A box for text would take undo and redo for its own text. They are the tune's, but in the description and
-/// in the windows of the log.
+/// in the windows of the log. In the sensor editor they stay with the box that has the focus: what is typed
+/// there is not the tune's.
 bool BoostProgMain::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::ShortcutOverride) return QMainWindow::eventFilter(watched, event);
   const QKeyCombination keys = static_cast<QKeyEvent*>(event)->keyCombination();
-  const bool of_the_tune = (keys == undo_keys || keys == redo_keys) && !general_->Description_Has_Focus() &&
+  if (keys != undo_keys && keys != redo_keys) return QMainWindow::eventFilter(watched, event);
+  const auto* widget = qobject_cast<QWidget*>(watched);
+  if (widget != nullptr && widget->window() == sensor_editor_.get()) {
+    event->accept();
+    return true;
+  }
+  const bool of_the_tune = !general_->Description_Has_Focus() &&
                            QApplication::activeModalWidget() == nullptr &&
                            !(log_ && log_->Owns(QApplication::activeWindow()));
   if (!of_the_tune) return QMainWindow::eventFilter(watched, event);

@@ -16,6 +16,7 @@
 
 #include "form_fixture.h"
 #include "sensors/sensor_store.h"
+#include "settings/history.h"
 #include "settings/image.h"
 #include "widgets/surface_chart.h"
 #include "widgets/table_grid.h"
@@ -224,6 +225,22 @@ TEST_F(Sensor_Form, Defines_A_Sensor_And_Hangs_It_On_An_Input) {
   EXPECT_NE(Find<QLabel>("H_IA_Temp_label")->text(), before);
   Press("cmd_OK");
   EXPECT_FALSE(second_->isVisible());
+}
+
+TEST_F(Sensor_Form, Undo_Stays_With_What_Is_Typed) {
+  Press("cmd_AddValueSensor");
+  Capture_History();
+  CardByte[10] = static_cast<std::uint8_t>(CardByte[10] + 1);
+  const Byte_Image tune = CardByte;
+  auto* typed = In<QLineEdit>("txt_SensorName");
+  typed->setText("mine");
+  typed->setFocus();
+  QTest::keyClicks(typed, "x");
+  for (QWidget* box : {static_cast<QWidget*>(typed), static_cast<QWidget*>(In<QTableView>("Sensor_grid"))}) {
+    QTest::keyClick(box, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(CardByte, tune) << box->objectName().toStdString();
+  }
+  EXPECT_EQ(typed->text(), "mine");
 }
 
 TEST_F(Sensor_Form, Edits_A_Sensor_By_Values_In_Its_Grid) {
