@@ -4,6 +4,7 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include "platform/ask.h"
 #include "platform/qt/qt_seams.h"
 #include "sim/pty_box.h"
 
@@ -28,6 +29,28 @@ class Box_Stand {
   sim::Pty_Box box_{sim::Line()};
   QTemporaryDir folder_;
   platform::Qt_Seams seams_;
+};
+
+/// A user who says OK to everything and names no file.
+class Says_Ok : public platform::Ask {
+ public:
+  platform::Answer Show(const platform::Message&) override { return platform::Answer::ok; }
+  std::optional<std::string> Open_Name(const platform::File_Question&) override { return std::nullopt; }
+  std::optional<std::string> Save_Name(const platform::File_Question&) override { return std::nullopt; }
+};
+
+/// A card service with one reader, under the name by which the program knows a Todos reader.
+class One_Reader : public platform::Card_Service {
+ public:
+  long SCardEstablishContext(platform::Card_Context& context) override {
+    context = 1;
+    return 0;
+  }
+  long SCardListReaders(platform::Card_Context, std::string& names) override {
+    names = "Todos Argos Mini II USB 00 00";
+    return 0;
+  }
+  long SCardReleaseContext(platform::Card_Context) override { return 0; }
 };
 
 }  // namespace kx::bench

@@ -26,14 +26,6 @@ constexpr int ticks_of_a_run = 5;  ///< begin, prompt, offset, end, answer to th
 constexpr int rounds = 3;
 constexpr double allowed = 1.15;  ///< of the ideal
 
-/// A box without a slave leaves questions unanswered, and each of them shows a box.
-class Nobody : public kx::platform::Ask {
- public:
-  kx::platform::Answer Show(const kx::platform::Message&) override { return kx::platform::Answer::ok; }
-  std::optional<std::string> Open_Name(const kx::platform::File_Question&) override { return std::nullopt; }
-  std::optional<std::string> Save_Name(const kx::platform::File_Question&) override { return std::nullopt; }
-};
-
 /// Seconds from the first word of a run to the word that ends the write.
 double Seconds_On_The_Line() {
   long long first = 0;
@@ -90,8 +82,8 @@ int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   kx::bench::Box_Stand stand(kx::bench::Data_Folder(argc, argv));
-  Nobody nobody;
-  kx::platform::seams.ask = &nobody;
+  kx::bench::Says_Ok ask;  // a box without a slave leaves questions unanswered, each with a box
+  kx::platform::seams.ask = &ask;
   kx::BoostProgMain form;
   kx::CardByte = {};
   return Bench_Write() ? 0 : 1;

@@ -62,20 +62,6 @@ class Tour_Ask : public kx::platform::Ask {
   std::string file_;
 };
 
-/// A card service with one reader, the one of the tour.
-class Tour_Readers : public kx::platform::Card_Service {
- public:
-  long SCardEstablishContext(kx::platform::Card_Context& context) override {
-    context = 1;
-    return 0;
-  }
-  long SCardListReaders(kx::platform::Card_Context, std::string& names) override {
-    names = "Todos Argos Mini II USB 00 00";
-    return 0;
-  }
-  long SCardReleaseContext(kx::platform::Card_Context) override { return 0; }
-};
-
 class Tour {
  public:
   Tour(const QDir& out, Tour_Ask& ask, kx::sim::Pty_Box& box)
@@ -503,7 +489,7 @@ int Run_Tour(const QDir& data) {
   const std::string card = out.filePath("card.kxs").toStdString();
   Require(kx::sim::Write_Card(card, {}, "").empty(), "cannot write " + card);
   qputenv("KXSIM_CARD", card.c_str());
-  Tour_Readers readers;
+  kx::bench::One_Reader readers;
   kx::platform::Qt_Seams seams(KXBENCH_SIMULATED_READERS);
   seams.Install();
   kx::platform::seams.ask = &ask;

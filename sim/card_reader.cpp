@@ -52,6 +52,8 @@ constexpr std::array knobs{
            faults.Refuse = value;
            return !value.empty();
          }},
+    Knob{"refuse_call", Counted<&Reader_Faults::Refuse_Call>},
+    Knob{"byte_time", Counted<&Reader_Faults::Byte_Time>},
     Knob{"throws", Flag<&Reader_Faults::Throws>},
 };
 
@@ -84,6 +86,7 @@ std::string Parse_Reader_Faults(std::string_view text, Reader_Faults& faults) {
 
 void Card_Reader::Set_Faults(const Reader_Faults& faults) {
   faults_ = faults;
+  calls_ = 0;
   moved_ = 0;
   stored_ = 0;
   if (faults.Locked) Card.Tries = 0;
@@ -115,7 +118,9 @@ std::int32_t Card_Reader::Claimed(std::int32_t truth) const {
 
 std::int32_t Card_Reader::Command(std::string_view command, Const_Bytes input, Bytes output,
                                   std::int32_t& length) {
+  ++calls_;
   if (faults_.Throws) throw std::runtime_error("the library throws");
+  if (faults_.Refuse_Call == calls_) return Chipdrive_Refused;
   if (faults_.Status) return *faults_.Status;
   if (faults_.No_Reader) return Chipdrive_No_Reader;
   if (command.starts_with("Device,SearchComPort")) return Ok;
@@ -142,12 +147,13 @@ std::int32_t Card_Reader::Write_All(Const_Bytes input) {
   return Ok;
 }
 
-bool Card_Reader::Refused(std::string_view call) const {
+bool Card_Reader::Refused(std::string_view call) {
+  ++calls_;
   if (faults_.Throws) throw std::runtime_error("the library throws");
-  return faults_.No_Reader || faults_.Refuse == call;
+  return faults_.No_Reader || faults_.Refuse_Call == calls_ || faults_.Refuse == call;
 }
 
-bool Card_Reader::Ready(std::string_view call, std::int32_t card) const {
+bool Card_Reader::Ready(std::string_view call, std::int32_t card) {
   return !Refused(call) && card == the_card && connected_ && typed_ && powered_ && Card_Is_In();
 }
 

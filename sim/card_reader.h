@@ -24,6 +24,8 @@ struct Reader_Faults {
   std::optional<std::int32_t> Count;       ///< What a read claims to have read.
   std::optional<std::int32_t> Status;      ///< What every Chipdrive command returns.
   std::string Refuse;                      ///< The AgmSyn call of that name fails.
+  std::optional<std::size_t> Refuse_Call;  ///< The n-th call of either library fails, from 1.
+  std::optional<unsigned> Byte_Time;       ///< Milliseconds that a byte takes; whoever owns the reader waits.
   bool Throws = false;                     ///< The library throws at each call.
 };
 
@@ -47,6 +49,10 @@ class Card_Reader {
   /// Changes the faults and starts their counts anew: a card that was pulled is in again.
   void Set_Faults(const Reader_Faults& faults);
   [[nodiscard]] const Reader_Faults& Faults() const { return faults_; }
+
+  /// Since the faults were set.
+  [[nodiscard]] std::size_t Calls() const { return calls_; }
+  [[nodiscard]] std::size_t Bytes_Moved() const { return moved_; }
 
   /// False without reader or card, or when a fault has pulled it.
   [[nodiscard]] bool Card_Is_In() const;
@@ -73,14 +79,15 @@ class Card_Reader {
   std::int32_t Change_Pin(std::int32_t card, Const_Bytes pin, Const_Bytes new_pin);
 
  private:
-  [[nodiscard]] bool Refused(std::string_view call) const;
-  [[nodiscard]] bool Ready(std::string_view call, std::int32_t card) const;
+  [[nodiscard]] bool Refused(std::string_view call);
+  [[nodiscard]] bool Ready(std::string_view call, std::int32_t card);
   bool Move_Byte();
   std::int32_t Read_All(Bytes output);
   std::int32_t Write_All(Const_Bytes input);
   [[nodiscard]] std::int32_t Claimed(std::int32_t truth) const;
 
   Reader_Faults faults_;
+  std::size_t calls_ = 0;
   std::size_t moved_ = 0;   // bytes read or written since the faults were set
   std::size_t stored_ = 0;  // bytes asked to store since then
   bool bound_ = false;

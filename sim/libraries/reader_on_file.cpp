@@ -1,6 +1,8 @@
 #include "sim/libraries/reader_on_file.h"
 
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 
 namespace kx::sim {
 namespace {
@@ -32,6 +34,11 @@ void Reader_On_File::Save() {
   const Loaded_Card loaded = Read_Card(Path());
   if (!loaded.Error.empty() || Same(loaded.Card, reader_.Card)) return;
   (void)Write_Card(Path(), reader_.Card, loaded.Faults);
+}
+
+void Reader_On_File::Take_Time(std::size_t bytes) const {
+  const unsigned milliseconds = reader_.Faults().Byte_Time.value_or(0);
+  if (milliseconds > 0) std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds) * bytes);
 }
 
 }  // namespace kx::sim

@@ -128,7 +128,8 @@ QWidget* frm_TodosII::Make_Read_Frame() {
 QWidget* frm_TodosII::Make_Write_Frame() {
   Frame frame("Write");
   frame.Add("Start address", Typed_Number("TWAdd", todos::TWAdd, "First byte to write (0 to 65535)"));
-  frame.Add_Line({Add_Button("comwrite", "Write tune", "Write the 256 bytes of the tune from there on",
+  frame.Add_Line({Add_Button("comwrite", "Write tune",
+                             "Write the 256 bytes of the tune as they stand from there on, and compare",
                              comwrite_Click)});
   auto* data =
       Typed_Number("WriteData", todos::WriteData, "Characters to write, one byte each (Windows-1252)");
@@ -160,7 +161,7 @@ QWidget* frm_TodosII::Make_Pin_Frame() {
                                    "Present the PIN; three wrong ones lock the card for good", ComChp_Click);
   QPushButton* change =
       Add_Button("change", "Change PIN", "Present the PIN and give the card the new one", change_Click);
-  pin_and_protect_ = {verify, change};
+  by_type_ = {{verify, todos::Has_Pin}, {change, todos::Has_Pin}};
   present_line->addWidget(verify, 1);
   new_line->addWidget(change, 1);
   auto* Check1 = new QCheckBox("Change PIN");
@@ -183,7 +184,8 @@ QWidget* frm_TodosII::Make_Protect_Frame() {
                                  "The byte that stands there (0 to 255); only then it is protected"));
   QPushButton* read = Add_Button("ReadPB", "Read bit", "Read the protect bit: 0 is protected", ReadPB_Click);
   QPushButton* write = Add_Button("WritePB", "Protect byte", "Protect the byte for good", WritePB_Click);
-  pin_and_protect_.insert(pin_and_protect_.end(), {read, write});
+  by_type_.push_back({read, todos::ReadPBFlag});
+  by_type_.push_back({write, todos::WritePBFlag});
   frame.Add_Line({read, write});
   return frame.box;
 }
@@ -217,7 +219,7 @@ void frm_TodosII::Show_Readers() {
 void frm_TodosII::Show_Type() {
   const Card_Type& type = card_types.at(todos::card_type);
   CardListCombo_->setCurrentIndex(static_cast<int>(todos::card_type));
-  for (QPushButton* button : pin_and_protect_) button->setEnabled(idle_ && type.pin_bytes > 0);
+  for (const Button_By_Type& row : by_type_) row.button->setEnabled(idle_ && row.of_use());
   for (QWidget* box : third_pin_bytes_) box->setEnabled(type.pin_bytes != 2);
 }
 

@@ -26,6 +26,12 @@ class frm_TodosII : public QWidget {
   void showEvent(QShowEvent* event) override;
 
  private:
+  /// A button that not every kind of card has a use for.
+  struct Button_By_Type {
+    QPushButton* button;
+    bool (*of_use)();
+  };
+
   QWidget* Make_Card_Frame();
   QWidget* Make_Read_Frame();
   QWidget* Make_Write_Frame();
@@ -37,7 +43,7 @@ class frm_TodosII : public QWidget {
   void Show_Type();
 
   std::vector<QPushButton*> buttons_;
-  std::vector<QPushButton*> pin_and_protect_;  ///< for cards that have them
+  std::vector<Button_By_Type> by_type_;
   std::vector<QWidget*> third_pin_bytes_;
   bool idle_ = true;
   QComboBox* ReaderlistCombo_;

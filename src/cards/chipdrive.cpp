@@ -10,6 +10,7 @@
 #include "settings/history.h"
 #include "settings/message.h"
 #include "settings/refresh.h"
+#include "settings/wait.h"
 
 namespace kx {
 
@@ -115,8 +116,7 @@ void Read() {
 }
 
 /// The library's word alone does not tell what the card holds: protected bytes keep what they have.
-void Compare_With_Card() {
-  const std::string written = Characters_Of(CardByte);
+void Compare_With_Card(const std::string& written) {
   if (!Fill_Buffer()) return Report_Failure();
   txt_Chipdrive_status.Set(Card_Buffer == written ? card_words::write_ok : card_words::card_differs);
 }
@@ -127,7 +127,10 @@ void Write() {
   Warn_Of_Slave_Mode();
   Fail_If_Ended();
   Prepare_Card_Image();
-  Card_Write() ? Compare_With_Card() : Report_Failure();
+  const std::string written = Characters_Of(CardByte);
+  if (!Card_Write()) return Report_Failure();
+  Do_Events();  // each of the two calls takes the library its time
+  Compare_With_Card(written);
 }
 
 void Show_Search(bool found) {

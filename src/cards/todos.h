@@ -62,6 +62,11 @@ extern std::size_t card_type;             ///< position in CardListCombo
 extern std::vector<std::string> readers;  ///< as the service listed them last
 extern int reader;                        ///< position in ReaderlistCombo, -1 without readers
 
+/// What the chosen kind of card has, and so which controls of the form are of use.
+[[nodiscard]] bool Has_Pin();
+[[nodiscard]] bool ReadPBFlag();   ///< protect bits can be read
+[[nodiscard]] bool WritePBFlag();  ///< protect bits can be written
+
 /// Called when the list of readers changed.
 extern std::function<void()> on_readers;
 
@@ -77,7 +82,7 @@ void Load_Todos_Form();
 void ConnectCard_Click();
 void CardReset_Click();
 void ComRead_Click();   ///< reads into the tune, with an undo point before it
-void comwrite_Click();  ///< writes the tune, its tail prepared as for every card
+void comwrite_Click();  ///< writes the tune as it stands, and compares
 void Disconnect_Click();
 
 /// "Find writer": connects.

@@ -91,10 +91,9 @@ bool Check_Reader() {
   return Todos_Reader_OK;
 }
 
-bool Connect_Card() {
-  const std::string name = Chosen_Reader();
+bool Connect_Card(const std::string& name) {
   const auto status =
-      With_Library([&](auto& library) { return library.AgmSynCardConnect(name, Todos_Context, Todos_Card); });
+      Next_Call([&](auto& library) { return library.AgmSynCardConnect(name, Todos_Context, Todos_Card); });
   connected = status == 0;
   if (connected) return true;
   Set_Result(card_words::no_todos_card);
@@ -104,8 +103,7 @@ bool Connect_Card() {
 
 bool Set_Type() {
   const auto type = static_cast<std::uint8_t>(card_type);
-  if (With_Library([&](auto& library) { return library.AgmSynSetCardType(Todos_Card, type); }) == 0)
-    return true;
+  if (Next_Call([&](auto& library) { return library.AgmSynSetCardType(Todos_Card, type); }) == 0) return true;
   Set_Result(card_words::card_type_error);
   return false;
 }
@@ -130,9 +128,9 @@ void Connect() {
   if (!Open_Service()) return Fail(card_words::no_resource_manager);
   if (!Check_Reader()) return;
   const std::string name = Chosen_Reader();
-  if (With_Library([&](auto& library) { return library.AgmSynInitial(name, Todos_Context); }) != 0)
+  if (Next_Call([&](auto& library) { return library.AgmSynInitial(name, Todos_Context); }) != 0)
     return Fail(card_words::no_initial);
-  if (Connect_Card() && Set_Type()) Reset_Card();
+  if (Connect_Card(name) && Set_Type()) Reset_Card();
   Fail_If_Ended();
 }
 
@@ -142,7 +140,7 @@ void Reset_Card() {
   std::array<std::uint8_t, longest_reset_answer> answer{};
   std::int32_t length = 0;
   const auto status =
-      With_Library([&](auto& library) { return library.AgmSynCardReset(Todos_Card, answer, length); });
+      Next_Call([&](auto& library) { return library.AgmSynCardReset(Todos_Card, answer, length); });
   if (status != 0) return Set_Result(card_words::card_reset_failure);
   Todos_ATR_Length = std::clamp(length, 0, static_cast<std::int32_t>(answer.size()));
   if (!Set_Type()) return;

@@ -25,6 +25,12 @@ void Set_Result(std::string_view text) {
 
 const Card_Type& Chosen_Type() { return card_types.at(card_type); }
 
+bool Has_Pin() { return Chosen_Type().pin_bytes > 0; }
+
+bool ReadPBFlag() { return Has_Pin(); }
+
+bool WritePBFlag() { return Has_Pin(); }
+
 std::optional<std::int32_t> Number_In(const Shown_Text& text, int lowest, int highest) {
   const auto number = Whole_Number_Text(text.Text());
   if (!number || *number < lowest || *number > highest) return std::nullopt;

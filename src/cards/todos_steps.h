@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "boxlink/transfer.h"
 #include "cards/todos.h"
 #include "platform/seams.h"
 
@@ -28,6 +29,14 @@ std::int32_t With_Library(Call call) {
   } catch (...) {
     return platform::no_card_library;
   }
+}
+
+/// The same for one call of several: waiting events run before it, so that the window stands still for no
+/// longer than a call takes. Throws Transfer_Ended when the operation is to end.
+template <typename Call>
+std::int32_t Next_Call(Call call) {
+  Yield();
+  return With_Library(call);
 }
 
 /// Connects to the card in the chosen reader and resets it; Todos_Powered tells whether that worked, the

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <vector>
 
 #include "boxlink/transfer.h"
@@ -17,6 +18,8 @@ namespace {
 /// Room that the library is told of, whatever it is asked for.
 constexpr std::size_t library_buffer_size = 70000;
 
+constexpr std::size_t compared_at_once = 8;
+
 using Bytes = std::vector<std::uint8_t>;
 
 /// What a command moves: the bench form any part of a card, the main form whole cards only, whatever the
@@ -32,7 +35,7 @@ bool Refuse(std::string_view word) {
 std::optional<Bytes> Fetch(std::int32_t address, std::int32_t length) {
   Bytes buffer(library_buffer_size + 1);
   std::int32_t count = 0;
-  const auto status = With_Library(
+  const auto status = Next_Call(
       [&](auto& library) { return library.AgmSynCardRead(Todos_Card, address, length, buffer, count); });
   if (status != 0 || count != length) return std::nullopt;
   buffer.resize(static_cast<std::size_t>(length));
@@ -59,7 +62,6 @@ bool Read(Scope scope) {
   const auto length = start ? Length_In(ReadData, scope) : std::nullopt;
   if (!length) return false;
   Set_Result(card_words::reading);
-  Yield();
   const auto bytes = Fetch(*start, *length);
   if (!bytes) return Refuse(card_words::read_data_fail);
   for (std::size_t i = 0; i < bytes->size(); ++i) CardByte[static_cast<int>(i)] = (*bytes)[i];
@@ -74,15 +76,25 @@ Bytes Bytes_Of(const Byte_Image& image) {
   return bytes;
 }
 
-/// Ends at the first byte that the library refuses; handlers may run between two bytes.
+/// Ends at the first byte that the library refuses.
 bool Send(std::int32_t start, const Bytes& bytes) {
   std::int32_t address = start;
   for (const std::uint8_t byte : bytes) {
-    const auto status = With_Library(
-        [&](auto& library) { return library.AgmSynCardWriteOneByte(Todos_Card, address, byte); });
+    const auto status =
+        Next_Call([&](auto& library) { return library.AgmSynCardWriteOneByte(Todos_Card, address, byte); });
     if (status != 0) return false;
     ++address;
-    Yield();
+  }
+  return true;
+}
+
+/// Reads back in pieces: a whole card in one call would keep the window still for as long as that takes.
+bool Card_Holds(std::int32_t start, const Bytes& bytes) {
+  for (std::size_t at = 0; at < bytes.size(); at += compared_at_once) {
+    const std::size_t end = std::min(at + compared_at_once, bytes.size());
+    const auto held = Fetch(start + static_cast<std::int32_t>(at), static_cast<std::int32_t>(end - at));
+    if (!held || !std::equal(held->begin(), held->end(), bytes.begin() + static_cast<std::ptrdiff_t>(at)))
+      return false;
   }
   return true;
 }
@@ -97,18 +109,9 @@ bool Write(Scope scope) {
   Set_Result(card_words::writing);
   const Bytes bytes = Bytes_Of(CardByte);
   output.Set("Written Data : " + Crlf() + Byte_Lines(bytes));
-  if (!Send(*start, bytes) || Fetch(*start, Byte_Image::size) != bytes)
-    return Refuse(card_words::write_data_error);
+  if (!Send(*start, bytes) || !Card_Holds(*start, bytes)) return Refuse(card_words::write_data_error);
   Set_Result(card_words::write_data_success);
   return true;
-}
-
-bool Write_Tune(Scope scope) {
-  Capture_History();
-  Warn_Of_Slave_Mode();
-  Fail_If_Ended();
-  Prepare_Card_Image();
-  return Write(scope);
 }
 
 void Read_Bytes() {
@@ -116,7 +119,8 @@ void Read_Bytes() {
   if (Read(Scope::part)) Refresh_Whole_Image();
 }
 
-void Write_Bytes() { (void)Write_Tune(Scope::part); }
+/// The bench writes the tune as it stands: nothing is marked, and a start address may put it anywhere.
+void Write_Bytes() { (void)Write(Scope::part); }
 
 void Read_Card() {
   txt_TodosStatus.Set(card_words::todos_pressed);
@@ -125,13 +129,25 @@ void Read_Card() {
 }
 
 void Write_Card() {
+  Capture_History();
   txt_TodosStatus.Set(card_words::todos_pressed);
-  if (Write_Tune(Scope::whole)) txt_TodosStatus.Set(card_words::write_ok);
+  Warn_Of_Slave_Mode();
+  Fail_If_Ended();
+  Prepare_Card_Image();
+  if (Write(Scope::whole)) txt_TodosStatus.Set(card_words::write_ok);
 }
 
 void Disconnect_From_Main_Form() {
   txt_TodosStatus.Set(card_words::remove_card);
   Disconnect_Card();
+}
+
+/// A connection that was ended half made is none.
+void Run_Connection(void (*connect)()) {
+  Run_Card_Operation(connect, [](std::string_view) {
+    Leave_Todos();
+    Set_Result(card_words::card_disconnected);
+  });
 }
 
 void Run_Read(void (*read)()) {
@@ -145,9 +161,9 @@ void Run_Write(void (*write)()) {
 }  // namespace
 }  // namespace todos
 
-void ConnectCard_Click() { Run_Card_Operation(todos::Connect); }
+void ConnectCard_Click() { todos::Run_Connection(todos::Connect); }
 
-void CardReset_Click() { Run_Card_Operation(todos::Reset_Card); }
+void CardReset_Click() { todos::Run_Connection(todos::Reset_Card); }
 
 void Disconnect_Click() { Run_Card_Operation(todos::Disconnect_Card); }
 

@@ -5,16 +5,20 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
+#include "boxlink/comm_port.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/preferences.h"
 #include "boxlink/transfer.h"
 #include "cards/Frm_TodosII.h"
+#include "cards/card_image.h"
 #include "cards/card_paths.h"
 #include "form_fixture.h"
 #include "platform/seams.h"
 #include "settings/ini_file_adm.h"
 #include "settings/session.h"
+#include "sim/pty_box.h"
 #include "support/simulated_readers.h"
 
 namespace kx {
@@ -169,6 +173,37 @@ TEST_F(Card_Forms, Every_Control_Of_The_Bench_Has_A_Tip) {
     EXPECT_FALSE(control->toolTip().isEmpty()) << name.toStdString();
   }
 }
+
+/// The buttons behind which the program waits.
+class Card_Forms_Closing : public Card_Forms, public testing::WithParamInterface<const char*> {};
+
+TEST_P(Card_Forms_Closing, The_Window_Closes_In_The_Middle_And_Nothing_Is_Changed) {
+  sim::Box_Contents contents;
+  contents.Card_Present = true;
+  sim::Pty_Box box{sim::Line(sim::Box(contents))};
+  ASSERT_EQ(box.Start(), "");
+  Com_Port_Number = 9;
+  Write_Key("com_device9", box.Path());
+  Prepare_Card_Image();  // which a write does to the tune before it waits
+  const Byte_Image tune = CardByte;
+  QTimer beat;
+  int beats = 0;
+  QObject::connect(&beat, &QTimer::timeout, [&] {
+    if (Transfer_Running() && ++beats == 3) form().close();
+  });
+  beat.start(0);
+  Find<QPushButton>(GetParam())->click();
+  EXPECT_EQ(beats, 3) << "closed while it ran";
+  EXPECT_FALSE(form().isVisible());
+  EXPECT_FALSE(Transfer_Running());
+  EXPECT_FALSE(MSComm1.PortOpen());
+  EXPECT_EQ(CardByte, tune);
+  EXPECT_EQ(Todos_Powered, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Card_Forms_Closing,
+                         testing::Values("Command1", "Command2", "Command4", "Command5", "Command6",
+                                         "cmdReadTodos", "cmd_WriteTodos", "cmd_FindTodos"));
 
 }  // namespace
 }  // namespace kx

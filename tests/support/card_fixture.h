@@ -1,5 +1,6 @@
 #pragma once
 
+#include <random>
 #include <string>
 
 #include "boxlink/transfer.h"
@@ -38,6 +39,15 @@ class Card_Fixture : public Link_Fixture {
     return image;
   }
 
+  /// A tune of random bytes that makes no slave.
+  Byte_Image Random_Tune() {
+    Byte_Image image;
+    for (int i = 0; i < Byte_Image::size; ++i) image[i] = static_cast<std::uint8_t>(random_());
+    image[map::flags_a] &= 0xF7;
+    image[map::mirror] = image[map::flags_c];
+    return image;
+  }
+
   /// @p image as it goes to a card.
   static Byte_Image As_Card(Byte_Image image) {
     image.Fill(map::reserved_low, map::reserved_high, 0);
@@ -52,6 +62,7 @@ class Card_Fixture : public Link_Fixture {
     reader_.Set_Faults(faults);
   }
 
+  std::mt19937 random_{20310517};
   sim::Card_Reader reader_;
   Simulated_Chipdrive chipdrive_{reader_};
   Simulated_Todos todos_{reader_};

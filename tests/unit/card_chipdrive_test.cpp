@@ -57,25 +57,6 @@ TEST_F(Chipdrive, Without_A_Reader_The_Card_Is_Asked_For_All_The_Same) {
   EXPECT_EQ(words_.back(), "< No Reader >");
 }
 
-TEST_F(Chipdrive, A_Library_That_Throws_Or_Says_What_Nobody_Knows_Is_No_Success) {
-  Prepare_Card_Image();
-  const Byte_Image before = CardByte;
-  for (const auto& [knobs, word] :
-       std::vector<std::pair<std::string, std::string>>{{"throws", "< No Reader >"},
-                                                        {"status=5", "< Card error 5 >"},
-                                                        {"status=-1", "< Card error -1 >"}}) {
-    SCOPED_TRACE(knobs);
-    Reader_Found = true;
-    Set_Reader_Faults(knobs);
-    Command1_Click();
-    EXPECT_EQ(words_.back(), word);
-    EXPECT_EQ(CardByte, before);
-    words_.clear();
-    Command2_Click();
-    EXPECT_EQ(words_.back(), word);
-  }
-}
-
 TEST_F(Chipdrive, The_Pause_Ends_With_The_Program_And_With_Close_Port) {
   for (const bool closing : {true, false}) {
     SCOPED_TRACE(closing);

@@ -39,36 +39,6 @@ TEST_F(Todos, Connecting_Shows_The_Reset_Answer) {
   EXPECT_EQ(After(Disconnect_Click), "< Disconnect Error >");
 }
 
-/// Each step that fails says so, leaves no power and is no success of what was asked for.
-TEST_F(Todos, Every_Step_Of_A_Connection_Can_Fail) {
-  struct Case {
-    const char* fault;
-    const char* box;
-    const char* word;
-  };
-  for (const Case& row :
-       {Case{"refuse=AgmSynInitial", "Could not Initialize the specified reader!",
-             "Could not Initialize the specified reader!"},
-        Case{"no_card", "Could not connect to card by the specified reader!", "< No card >"},
-        Case{"refuse=AgmSynSetCardType", nullptr, "< Card type set error >"},
-        Case{"refuse=AgmSynCardReset", nullptr, "< Card Reset failure! >"},
-        Case{"throws", "Could not Initialize the specified reader!",
-             "Could not Initialize the specified reader!"}}) {
-    SCOPED_TRACE(row.fault);
-    Set_Reader_Faults("");
-    Guarded(cmdReadTodos_Click);
-    const Byte_Image tune = CardByte;
-    Set_Reader_Faults(row.fault);
-    for (void (*const click)() : {cmdReadTodos_Click, cmd_WriteTodos_Click}) {
-      if (row.box != nullptr) ask_.Expect(row.box);
-      EXPECT_EQ(After(click), row.word);
-    }
-    EXPECT_EQ(Todos_Powered, 0);
-    EXPECT_EQ(CardByte[map::fuel_load.first], tune[map::fuel_load.first]);
-    EXPECT_THAT(reader_.Card.Asked, IsEmpty());
-  }
-}
-
 TEST_F(Todos, The_Service_Or_The_Reader_May_Be_Missing) {
   service_.running = false;
   ask_.Expect("Could not Load Resource Manager!");
