@@ -1,6 +1,7 @@
 #include "bench_folder.h"
 
 #include <QFile>
+#include <QSettings>
 #include <stdexcept>
 
 namespace kx::bench {
@@ -36,6 +37,8 @@ void Enter_Bench_Folder(const QDir& data, const QDir& work, const QString& port)
   QFile ini(ini_name);
   Require(ini.open(QIODevice::WriteOnly) && ini.write(settings) == settings.size(),
           "cannot write " + ini_name);
+  for (const char* left : {"earlier-tunes", "desktop"}) QDir(work.filePath(left)).removeRecursively();
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, work.filePath("desktop"));
   Require(QDir::setCurrent(work.path()), "cannot enter " + work.path());
 }
 

@@ -10,8 +10,6 @@ int main(int argc, char** argv) {
   kx::platform::Qt_Seams seams;
   seams.Install();
   kx::BoostProgMain main_form;
-  main_form.resize(1280, 720);
-  kx::Keep_Inside_Screen(main_form);
-  main_form.show();
+  kx::Open_Main_Form(main_form, {1280, 720});
   return QApplication::exec();
 }

@@ -24,6 +24,7 @@
 #include "widgets/form_helpers.h"
 #include "widgets/open_form.h"
 #include "widgets/wheel_guard.h"
+#include "widgets/window_place.h"
 #include "workspace/log_settings_export.h"
 
 namespace kx {
@@ -71,6 +72,7 @@ KX_Log::KX_Log(QWidget* parent)
       setup_(std::make_unique<KX_Log_Setup>(settings_)),
       maf_(std::make_unique<Maf_Text_Window>()) {
   setObjectName("KX_Log");
+  Leave_Place_To(*this);
   auto* work = new QWidget;
   auto* column = new QVBoxLayout(work);
   column->setContentsMargins(0, 0, 0, 0);

@@ -5,21 +5,12 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "widgets/window_place.h"
+
 namespace kx {
 namespace {
 
 constexpr const char* placed = "placed_by_open_form";
-
-/// Width of a frame that the window manager has not yet told.
-QMargins Frame_Of(const QWidget& form) {
-  const QRect outer = form.frameGeometry();
-  const QRect inner = form.geometry();
-  if (outer != inner)
-    return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
-            outer.bottom() - inner.bottom()};
-  const int title = form.fontMetrics().height() * 2;
-  return {4, title, 4, 4};
-}
 
 /// The window manager keeps the form over the main form, also when both come to the front again.
 void Stand_Over(QWidget& form, const QWidget& main_form) {
@@ -38,7 +29,9 @@ void Place(QWidget& form, const QWidget& main_form) {
   if (form.property(placed).toBool()) return Keep_Inside_Screen(form);
   form.setProperty(placed, true);
   Close_By_Escape(form);
+  Remember_Place_Of(form);
   form.ensurePolished();
+  if (Restore_Place(form)) return;
   if (!form.testAttribute(Qt::WA_Resized)) form.resize(form.sizeHint());
   QRect wanted = form.geometry();
   wanted.moveCenter(main_form.geometry().center());
@@ -46,6 +39,16 @@ void Place(QWidget& form, const QWidget& main_form) {
 }
 
 }  // namespace
+
+QMargins Frame_Of(const QWidget& form) {
+  const QRect outer = form.frameGeometry();
+  const QRect inner = form.geometry();
+  if (outer != inner)
+    return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+            outer.bottom() - inner.bottom()};
+  const int title = form.fontMetrics().height() * 2;
+  return {4, title, 4, 4};
+}
 
 QRect Inside_Screen(QRect wanted, const QRect& screen, const QMargins& border) {
   const QRect room = screen.marginsRemoved(border);
@@ -59,6 +62,15 @@ void Keep_Inside_Screen(QWidget& form) {
   const QRect wanted = form.geometry();
   const QRect inside = Inside_Screen(wanted, form.screen()->availableGeometry(), Frame_Of(form));
   if (inside != wanted) form.setGeometry(inside);
+}
+
+void Open_Main_Form(QWidget& form, const QSize& first_size) {
+  Remember_Place_Of(form);
+  if (!Restore_Place(form)) {
+    form.resize(first_size);
+    Keep_Inside_Screen(form);
+  }
+  form.show();
 }
 
 void Open_Form(QWidget& form, QWidget& main_form) {

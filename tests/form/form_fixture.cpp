@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QPushButton>
+#include <QSettings>
 #include <QTest>
 #include <filesystem>
 #include <fstream>
@@ -16,6 +17,9 @@ namespace kx {
 void Form_Fixture::SetUp() {
   std::filesystem::copy(test::Shipped_Data(), folder_.Path(), std::filesystem::copy_options::recursive);
   std::filesystem::current_path(folder_.Path());
+  // The user's own places of windows and recent files stay out of the tests, and theirs out of each other.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                     QString::fromStdString(folder_.Path("desktop")));
   qt_.Install();
   platform::seams.ask = &ask_;
   form_ = std::make_unique<BoostProgMain>();

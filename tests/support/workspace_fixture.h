@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 
 #include "platform/desktop.h"
@@ -19,10 +20,13 @@ class Kept_Desktop : public platform::Desktop {
  public:
   void Set_Clipboard_Text(const std::string& text) override { clipboard = text; }
   void Open_With_Handler(const std::string& address) override { opened = address; }
+  [[nodiscard]] std::string Remembered(const std::string& name) override { return habits[name]; }
+  void Remember(const std::string& name, const std::string& text) override { habits[name] = text; }
   [[nodiscard]] std::string System_Name() const override { return "Test OS 1"; }
 
   std::string clipboard;
   std::string opened;
+  std::map<std::string, std::string> habits;
 };
 
 /// The whole core as after the start of the program in a folder with the shipped files: reset tune, dataset
