@@ -9,6 +9,7 @@
 #include "boxlink/protocol.h"
 #include "boxlink/sync_steps.h"
 #include "boxlink/transfer.h"
+#include "settings/earlier_tunes.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
@@ -30,7 +31,9 @@ void Abort_Read() {
 }
 
 void Load(const std::string& digits) {
-  Decode_Digits(digits, Byte_Image::size - 1, CardByte);
+  Byte_Image image;
+  Decode_Digits(digits, Byte_Image::size - 1, image);
+  Replace_Tune(image);
   Report_Step(words::read_finished);
   Finish_Read(Refresh_Whole_Image);
 }

@@ -11,6 +11,7 @@
 #include "boxlink/timer_state.h"
 #include "boxlink/timer_steps.h"
 #include "boxlink/transfer.h"
+#include "settings/earlier_tunes.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
@@ -90,7 +91,7 @@ void Take_Image(const Byte_Image& image) {
     Slave_Image = image;
     MasterSlaveCompare();
   } else {
-    CardByte = image;
+    Replace_Tune(image);
     Report_Loaded();
   }
   Rx_Reading = false;

@@ -7,6 +7,7 @@
 #include "cards/card_session.h"
 #include "cards/card_texts.h"
 #include "platform/seams.h"
+#include "settings/earlier_tunes.h"
 #include "settings/history.h"
 #include "settings/message.h"
 #include "settings/refresh.h"
@@ -151,7 +152,7 @@ bool Card_Command(std::string_view command) { return Run_Command(command) == car
 
 bool Card_Read() {
   if (!Fill_Buffer()) return false;
-  CardByte = Image_Of(Card_Buffer);
+  Replace_Tune(Image_Of(Card_Buffer));
   return true;
 }
 

@@ -6,6 +6,7 @@
 #include "cards/card_session.h"
 #include "cards/card_texts.h"
 #include "cards/todos_steps.h"
+#include "settings/earlier_tunes.h"
 #include "settings/history.h"
 #include "settings/image.h"
 #include "settings/refresh.h"
@@ -64,7 +65,9 @@ bool Read(Scope scope) {
   Set_Result(card_words::reading);
   const auto bytes = Fetch(*start, *length);
   if (!bytes) return Refuse(card_words::read_data_fail);
-  for (std::size_t i = 0; i < bytes->size(); ++i) CardByte[static_cast<int>(i)] = (*bytes)[i];
+  Byte_Image image = CardByte;
+  for (std::size_t i = 0; i < bytes->size(); ++i) image[static_cast<int>(i)] = (*bytes)[i];
+  Replace_Tune(image);
   output.Set("Read Data : " + Crlf() + Byte_Lines(*bytes));
   Set_Result(card_words::read_success);
   return true;

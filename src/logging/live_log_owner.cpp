@@ -16,6 +16,7 @@
 #include "logging/log_settings.h"
 #include "logging/log_state.h"
 #include "platform/seams.h"
+#include "settings/earlier_tunes.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
@@ -97,7 +98,7 @@ void Kept_Tune::Keep() {
 void Kept_Tune::Bring_Back() {
   if (!kept_) return;
   kept_ = false;
-  CardByte = image_;
+  Replace_Tune(image_);
   card_data_file = name_;
   Set_Title(name_);
   Refresh_Whole_Image();

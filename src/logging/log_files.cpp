@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "logging/file_panel.h"
+#include "logging/log_backup.h"
 #include "logging/log_reader.h"
 #include "logging/log_repair.h"
 #include "logging/log_sections.h"
@@ -13,6 +14,7 @@
 #include "platform/seams.h"
 #include "settings/brand.h"
 #include "settings/message.h"
+#include "settings/recent_files.h"
 #include "settings/session.h"
 #include "settings/text_encoding.h"
 
@@ -83,6 +85,7 @@ bool Open_File(const std::string& path, Log_Open as) {
   Read_And_Show(bytes, default_file);
   Log_File_Named = !default_file;
   Mark_Saved(true);
+  if (!default_file && path != Log_Backup_Path()) Note_Recent_File(path);
   return true;
 }
 
@@ -136,7 +139,7 @@ void Log_File_Open_Click() {
 
 void Log_File_Save_Click() {
   if (!Log_File_Named) return Log_File_Save_As_Click();
-  Save_File(Log_Directory + Log_File_Name);
+  if (Save_File(Log_Directory + Log_File_Name)) Note_Recent_File(Log_Directory + Log_File_Name);
 }
 
 void Log_File_Save_As_Click() {
@@ -149,6 +152,7 @@ void Log_File_Save_As_Click() {
   if (platform::Exists(*name) && !Ask_Yes_No("Do you want to replace existing file " + bare + "?")) return;
   if (!Save_File(*name)) return;
   Log_File_Named = true;
+  Note_Recent_File(*name);
   Show_Log(log_view_hooks.show_file);
   Show_Log(log_view_hooks.show_folder);
 }

@@ -99,6 +99,21 @@ File_Result Allow_Writing(const std::string& path) {
   return Result_Of(path, error);
 }
 
+File_Result Make_Folder(const std::string& directory) {
+  std::error_code error;
+  fs::path path = Path_Of(directory);
+  if (!path.has_filename()) path = path.parent_path();
+  fs::create_directories(path, error);
+  if (!error && !fs::is_directory(path, error)) error = std::make_error_code(std::errc::not_a_directory);
+  return Result_Of(directory, error);
+}
+
+File_Result Rename_File(const std::string& from, const std::string& to) {
+  std::error_code error;
+  fs::rename(Path_Of(from), Path_Of(to), error);
+  return Result_Of(from, error);
+}
+
 File_Result Remove_File(const std::string& path) {
   std::error_code error;
   if (!File_Size(path)) {

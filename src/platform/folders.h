@@ -38,6 +38,12 @@ namespace kx::platform {
 /// Lets the owner write the file.
 [[nodiscard]] File_Result Allow_Writing(const std::string& path);
 
+/// Makes the directory, and those above it, where it is missing.
+[[nodiscard]] File_Result Make_Folder(const std::string& directory);
+
+/// Gives a file another name in the same file system; a file of that name is replaced.
+[[nodiscard]] File_Result Rename_File(const std::string& from, const std::string& to);
+
 /// Removes an ordinary file.
 [[nodiscard]] File_Result Remove_File(const std::string& path);
 

@@ -156,10 +156,13 @@ void Init_MAF_Sim() {
   }
 }
 
-void Stamp_Image() {
-  CardByte[map::reserved_low] = 0;
-  CardByte[map::reserved_high] = 0;
-  CardByte[map::dataset] = static_cast<std::uint8_t>(DatasetID);
+Byte_Image Stamped(Byte_Image image) {
+  image[map::reserved_low] = 0;
+  image[map::reserved_high] = 0;
+  image[map::dataset] = static_cast<std::uint8_t>(DatasetID);
+  return image;
 }
+
+void Stamp_Image() { CardByte = Stamped(CardByte); }
 
 }  // namespace kx

@@ -84,7 +84,10 @@ void Init_Default_Settings(int start_mode);
 /// Fills the break points of the MAF-simulation output.
 void Init_MAF_Sim();
 
-/// Marks the image as leaving the program: reserved bytes 0, dataset byte = DatasetID.
+/// @p image as it leaves the program: reserved bytes 0, dataset byte = DatasetID.
+[[nodiscard]] Byte_Image Stamped(Byte_Image image);
+
+/// Marks the tune as leaving the program.
 void Stamp_Image();
 
 }  // namespace kx

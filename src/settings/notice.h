@@ -13,6 +13,9 @@ extern Shown_Text notice_text;
 /// Shows @p text in place of what the line has said so far.
 void Show_Notice(const std::string& text);
 
+/// Shows @p text behind what the line says.
+void Add_Notice(const std::string& text);
+
 /// Nothing to say.
 void Reset_Notice_State();
 

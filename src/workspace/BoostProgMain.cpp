@@ -16,17 +16,21 @@
 #include "logging/live_log.h"
 #include "logging/log_backup.h"
 #include "logging/log_state.h"
+#include "platform/seams.h"
 #include "settings/brand.h"
 #include "settings/history.h"
 #include "settings/notice.h"
 #include "settings/refresh.h"
 #include "widgets/elided_label.h"
+#include "widgets/file_drop.h"
 #include "widgets/form_helpers.h"
 #include "widgets/open_form.h"
 #include "widgets/program_icon.h"
 #include "widgets/scroll_page.h"
 #include "widgets/wheel_guard.h"
 #include "workspace/box_settings.h"
+#include "workspace/file_habits.h"
+#include "workspace/panels/Recent_Files_Menu.h"
 #include "workspace/setting_file_commands.h"
 #include "workspace/shut_down.h"
 #include "workspace/start_up.h"
@@ -39,6 +43,8 @@ namespace {
 /// Tab of sstab_Main and the core's note of which of its sub-tabs is on show, in the order of the tabs.
 constexpr std::array sub_tab_notes{&Shown_Tabs::SSTab_Ignition, &Shown_Tabs::SSTab_Fuel,
                                    &Shown_Tabs::SSTab_PWM, &Shown_Tabs::SSTab_Analog};
+
+constexpr const char* tabs_habit = "tabs";
 
 constexpr int side_width_in_characters = 46;
 
@@ -89,6 +95,13 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   connect(communication_, &Communication_Panel::Transfers_Enabled, todos_.get(),
           &frm_TodosII::Enable_Buttons);
   Show_Title();
+  Restore_Tabs();
+  new File_Drop(
+      {this, log_.get()}, Can_Open_By_Name,
+      [this](const std::string& path) {
+        if (Open_By_Name(path)) Open_Log_Window();
+      },
+      this);
   QTimer::singleShot(0, this, &BoostProgMain::Offer_Backup);
 }
 
@@ -148,12 +161,23 @@ void BoostProgMain::Make_Layout() {
   summary_ = std::make_unique<KX_Setting_Summary>();
   map3d_ = std::make_unique<KX_3Dmap>();
   sensor_editor_ = std::make_unique<KX_Sensor_Editor>();
+  earlier_ = std::make_unique<KX_Earlier_Tunes>();
   connect(config_.get(), &KX_Config::Summary_Wanted, this, &BoostProgMain::Open_Summary);
 }
 
 void BoostProgMain::Make_Menus() {
   QMenu* file = menuBar()->addMenu("&File");
   Entry(file, "File_open", "&Open...", QKeySequence::Open, File_open_Click);
+  auto* recent = new Recent_Files_Menu(file);
+  file->addMenu(recent);
+  connect(recent, &Recent_Files_Menu::Log_Opened, this, &BoostProgMain::Open_Log_Window);
+  QAction* earlier = file->addAction("&Earlier tunes...");
+  earlier->setObjectName("File_earlier");
+  On_Trigger(earlier, [this] {
+    earlier_->Show_List();
+    Open_Form(*earlier_, *this);
+  });
+  file->addSeparator();
   Entry(file, "File_save", "&Save", QKeySequence::Save, File_save_Click);
   Entry(file, "File_save_As", "Save &As...", QKeySequence("Ctrl+Shift+S"), File_save_As_Click);
   file->addSeparator();
@@ -254,8 +278,14 @@ void BoostProgMain::Set_Hooks() {
   view_hooks.show_values = [this] { Show_Values(); };
   view_hooks.show_layout = [this] { Show_Layout(); };
   view_hooks.show_table = [this](Table table) { Show_Table(table); };
-  view_hooks.show_scalar = [this](const Scalar_Row& row) { controls_.Show(row); };
-  view_hooks.show_choice = [this](const Choice_Row& row) { controls_.Show(row); };
+  view_hooks.show_scalar = [this](const Scalar_Row& row) {
+    controls_.Show(row);
+    earlier_->Show_Differences();
+  };
+  view_hooks.show_choice = [this](const Choice_Row& row) {
+    controls_.Show(row);
+    earlier_->Show_Differences();
+  };
   view_hooks.show_temp_chart = [this] { fuel_->Show_Temperature_Chart(); };
   refresh_hooks.show_title = [this] { Show_Title(); };
   refresh_hooks.show_wait_pointer = [this](bool wait) { wait ? setCursor(Qt::WaitCursor) : unsetCursor(); };
@@ -268,6 +298,7 @@ void BoostProgMain::Show_Values() {
   controls_.Show_All();
   Apply_Availability();
   map3d_->Follow_Tables();
+  earlier_->Show_Differences();
 }
 
 /// What the preset and the tune make available: depends on values and layout alike, so both show it.
@@ -301,12 +332,31 @@ void BoostProgMain::Show_Table(Table table) {
     if (Table_Page* page = panel->Page_Of(table)) page->Show_Values();
   }
   map3d_->Follow_Tables();
+  earlier_->Show_Differences();
 }
 
 void BoostProgMain::Tab_Changed() {
   shown_tabs.sstab_Main = sstab_Main_->currentIndex();
   for (std::size_t i = 0; i < tables_.size(); ++i) shown_tabs.*sub_tab_notes[i] = tables_[i]->currentIndex();
   Guarded(Shown_Tab_Changed);
+}
+
+/// The tabs as they were left: main tab, then the sub-tabs in the order of the main ones. One that the preset
+/// hides does not come on show.
+void BoostProgMain::Restore_Tabs() {
+  const QStringList kept = Text(platform::seams.desktop->Remembered(tabs_habit)).split(';');
+  if (kept.size() != static_cast<qsizetype>(tables_.size()) + 1) return;
+  const auto show = [](QTabWidget* tabs, const QString& tab) {
+    if (tabs->isTabVisible(tab.toInt())) tabs->setCurrentIndex(tab.toInt());
+  };
+  for (std::size_t i = 0; i < tables_.size(); ++i) show(tables_[i], kept[static_cast<qsizetype>(i) + 1]);
+  show(sstab_Main_, kept[0]);
+}
+
+void BoostProgMain::Remember_Tabs() {
+  QStringList tabs{QString::number(sstab_Main_->currentIndex())};
+  for (const Tables_Panel* panel : tables_) tabs += QString::number(panel->currentIndex());
+  platform::seams.desktop->Remember(tabs_habit, tabs.join(';').toStdString());
 }
 
 void BoostProgMain::Open_Summary() {
@@ -316,8 +366,9 @@ void BoostProgMain::Open_Summary() {
 
 void BoostProgMain::Open_Log_Window() { log_->Open(*this); }
 
-/// What a killed program has left of its log comes on show when the user wants it.
+/// What a killed program has left of its tune and its log comes on show when the user wants it.
 void BoostProgMain::Offer_Backup() {
+  Guarded(Offer_Left_Tunes);
   Guarded(Offer_Unfinished_Backup);
   if (Log_File_Present && Log_File_Unsaved) Open_Log_Window();
 }
@@ -339,6 +390,8 @@ void BoostProgMain::closeEvent(QCloseEvent* event) {
   notification_->setText("Remove MapCard from reader to close the program");
   notification_->repaint();
   Begin_Shutdown();
+  Remember_Tabs();
+  earlier_->close();
   config_->close();
   summary_->close();
   map3d_->close();

@@ -12,6 +12,7 @@
 #include "sensors/KX_Sensor_Editor.h"
 #include "workspace/KX_3Dmap.h"
 #include "workspace/KX_Config.h"
+#include "workspace/KX_Earlier_Tunes.h"
 #include "workspace/KX_Setting_Summary.h"
 #include "workspace/panels/Analog_Panel.h"
 #include "workspace/panels/Communication_Panel.h"
@@ -48,6 +49,8 @@ class BoostProgMain : public QMainWindow {
   void Show_Title();
   void Show_Table(Table table);
   void Tab_Changed();
+  void Restore_Tabs();
+  void Remember_Tabs();
   void Open_Summary();
   void Make_Log_Menu();
   void Open_Log_Window();
@@ -66,6 +69,7 @@ class BoostProgMain : public QMainWindow {
   std::unique_ptr<KX_Setting_Summary> summary_;
   std::unique_ptr<KX_3Dmap> map3d_;
   std::unique_ptr<KX_Sensor_Editor> sensor_editor_;
+  std::unique_ptr<KX_Earlier_Tunes> earlier_;
   QAction* sensor_settings_;
   std::unique_ptr<KX_prefs> prefs_;
   std::unique_ptr<KX_Log> log_;

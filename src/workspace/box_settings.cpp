@@ -4,6 +4,7 @@
 
 #include "boxlink/link_texts.h"
 #include "settings/byte_notes.h"
+#include "settings/earlier_tunes.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/message.h"
@@ -79,6 +80,7 @@ void Mod_combo_Chosen(int index) {
   if (Undo_Busy) return;
   const std::string changes = Preset_Changes(index);
   if (Lists_Changes(changes) && !Confirm(changes)) return;
+  Keep_Earlier_Tune();
   preset_status.Set("");
   User_Preset = index;
   Write_Key("User_Preset", std::to_string(index));
@@ -96,6 +98,7 @@ bool PassBy_Mode_Button_Click() {
           "Enter pass by mode")) {
     return false;
   }
+  Keep_Earlier_Tune();
   Choice_Changed(Choice_Row_Of("io_combo"), choice::io_pwm_on_ignb);
   for (const Table_Reset& reset : bypass_tables) CardByte.Fill(reset.run, reset.value);
   Update_All();

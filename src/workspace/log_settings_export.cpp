@@ -5,6 +5,7 @@
 
 #include "logging/log_dataset.h"
 #include "logging/log_state.h"
+#include "settings/earlier_tunes.h"
 #include "settings/history.h"
 #include "settings/image.h"
 #include "settings/message.h"
@@ -36,7 +37,7 @@ void cmd_Export_Log_kxs_settings_Click() {
   if (!image) return Tell("This log file does not include any valid box settings");
   if (!Accept_Dataset((*image)[map::dataset])) return;
   Capture_History();
-  CardByte = *image;
+  Replace_Tune(*image);
   Refresh_Whole_Image();
 }
 

@@ -4,14 +4,18 @@
 
 #include "platform/files.h"
 #include "platform/seams.h"
+#include "settings/earlier_tunes.h"
 #include "settings/history.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/message.h"
 #include "settings/notice.h"
+#include "settings/recent_files.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/setting_file.h"
+#include "settings/text_encoding.h"
+#include "settings/tune_being_edited.h"
 #include "settings/tune_origin.h"
 
 namespace kx {
@@ -28,27 +32,61 @@ void Take_Name(const std::string& full_name) {
 
 enum class Outcome { taken, no_setting_file, refused };
 
-Outcome Take_File(const std::string& full_name) {
+Outcome Take_Tune(const Setting_File& file, const std::string& full_name) {
   Tune_Origin before;
-  Take_Name(full_name);
-  std::string bytes;
-  const bool readable = platform::Read_Whole_File(full_name, bytes).Ok();
-  const auto parsed = readable ? Parse_Setting_File(bytes) : std::nullopt;
-  if (!parsed) return Outcome::no_setting_file;
-  txt_File_Description.Set(parsed->description);
-  CardByte = parsed->image;
+  Replace_Tune(file.image, [&] {
+    Take_Name(full_name);
+    txt_File_Description.Set(file.description);
+  });
   if (!Dataset_Accepted("File", CardByte[map::dataset])) return Outcome::refused;
   Write_Key(directory_key, card_data_dir);
   before.Taken();
   return Outcome::taken;
 }
 
-void Load(const std::string& full_name) {
-  Capture_History();
-  const Outcome outcome = Take_File(full_name);
-  if (outcome == Outcome::refused) return Undo();
-  Refresh_Whole_Image();
-  if (outcome == Outcome::no_setting_file) Tell("Not a kxs-file");
+bool Is_Kept(const std::string& full_name) {
+  return full_name.starts_with(Earlier_Tunes_Folder()) &&
+         full_name.find('/', Earlier_Tunes_Folder().size()) == std::string::npos;
+}
+
+/// Where the tune of the file is saved: back into it, but for what the program keeps itself.
+std::string Name_To_Save(const std::string& full_name, std::string_view bytes) {
+  const auto kept = Is_Kept(full_name) ? Parse_Tune_Copy(bytes) : std::nullopt;
+  return kept && !kept->name.empty() ? Name_For_Earlier_Tune(*kept) : full_name;
+}
+
+Outcome Take_File(const std::string& full_name) {
+  std::string bytes;
+  const bool readable = platform::Read_Whole_File(full_name, bytes).Ok();
+  const auto file = readable ? Parse_Setting_File(bytes) : std::nullopt;
+  if (!file) return Outcome::no_setting_file;
+  const Outcome outcome = Take_Tune(*file, Name_To_Save(full_name, bytes));
+  if (outcome == Outcome::taken && !Is_Kept(full_name)) {
+    Note_Tune_On_File();
+    Note_Recent_File(full_name);
+  }
+  return outcome;
+}
+
+/// Brings the tune of a program that did not end in order among the earlier ones, by way of the screen if the
+/// user wants it. It is saved where it would have been.
+void Settle_Left_Tune(const Left_Tune& left) {
+  const bool wanted = Ask_Yes_No("The program did not end in order while " + left.tune.name +
+                                 " was being edited. Open the tune as it was at " + left.tune.time + "?" +
+                                 Crlf() + "No leaves it among the earlier tunes.");
+  if (wanted) {
+    Capture_History();
+    const Setting_File file{left.tune.image, left.tune.description};
+    if (Take_Tune(file, left.tune.folder + left.tune.name) == Outcome::refused) Undo();
+    Refresh_Whole_Image();
+  }
+  Move_Among_Earlier_Tunes(left.path, left.tune);
+}
+
+/// The content that a save has replaced stays beside the file.
+void Keep_Replaced(const std::string& path, const std::string& replaced) {
+  const auto result = platform::Replace_File(path + "~", replaced);
+  if (!result.Ok()) Add_Notice("What the file held before could not be kept: " + result.reason);
 }
 
 void Save() {
@@ -58,19 +96,37 @@ void Save() {
   Write_Key(directory_key, card_data_dir);
   Stamp_Image();
   const std::string bytes = Print_Setting_File(CardByte, txt_File_Description.Text());
+  std::string replaced;
   const std::string path = (card_data_dir.empty() ? start_dir : card_data_dir) + card_data_file;
+  const bool was_there = platform::Read_Whole_File(path, replaced).Ok();
   if (const auto result = platform::Replace_File(path, bytes); !result.Ok()) {
     return Tell(result.reason, platform::Icon::critical);
   }
   Show_Notice("Saved " + path + " " + platform::seams.clock->Time_Text());
+  Note_Tune_On_File();
+  Note_Recent_File(path);
+  if (was_there && replaced != bytes) Keep_Replaced(path, replaced);
 }
 
 }  // namespace
 
+void Open_Setting_File(const std::string& full_name) {
+  Capture_History();
+  const Outcome outcome = Take_File(full_name);
+  if (outcome == Outcome::refused) return Undo();
+  Refresh_Whole_Image();
+  if (outcome == Outcome::no_setting_file) Tell("Not a kxs-file");
+}
+
+void Offer_Left_Tunes() {
+  for (const Left_Tune& left : Left_Tunes()) Settle_Left_Tune(left);
+  Watch_Tune_Being_Edited();
+}
+
 void File_open_Click() {
   const auto name = platform::seams.ask->Open_Name(
       {"Open", "Box setting files  *.kxs | *.kxs| All files *.* | *.*", card_data_dir, "", "kxs"});
-  if (name) Load(*name);
+  if (name) Open_Setting_File(*name);
 }
 
 void File_save_Click() { Save(); }

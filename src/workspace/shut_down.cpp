@@ -3,7 +3,9 @@
 #include "boxlink/comm_port.h"
 #include "boxlink/transfer.h"
 #include "logging/live_log.h"
+#include "settings/earlier_tunes.h"
 #include "settings/refresh.h"
+#include "settings/tune_being_edited.h"
 
 namespace kx {
 
@@ -12,6 +14,7 @@ void Begin_Shutdown() {
   Closing = true;
   End_Transfer();
   MSComm1.Set_PortOpen(false);
+  if (Keeping_Tunes() && Keep_Earlier_Tune()) Remove_Tune_Being_Edited();
 }
 
 }  // namespace kx

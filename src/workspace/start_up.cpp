@@ -12,6 +12,7 @@
 #include "settings/brand.h"
 #include "settings/build_profile.h"
 #include "settings/byte_notes.h"
+#include "settings/earlier_tunes.h"
 #include "settings/history.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
@@ -21,6 +22,7 @@
 #include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/text_encoding.h"
+#include "settings/tune_being_edited.h"
 #include "workspace/analog2.h"
 #include "workspace/box_settings.h"
 #include "workspace/map_data.h"
@@ -50,6 +52,8 @@ void Reset_State() {
   Reset_Session_State();
   Reset_Ini_State();
   Reset_Notice_State();
+  Reset_Earlier_Tunes();
+  Reset_Tune_Being_Edited();
   Reset_Preset_State();
   Reset_Byte_Notes_State();
   Reset_Sensor_State();
@@ -86,6 +90,8 @@ void Load_Event() {
   Init_Default_Settings(build::start_mode);
   Refresh_Whole_Image();
   Show_Right_Tabs();
+  Start_Keeping_Tunes();
+  Note_Tune_On_File();
 }
 
 void Open_Help_File() { Open_Help_Page("index.html"); }

@@ -2,6 +2,7 @@
 
 #include "boxlink/box_info.h"
 #include "boxlink/protocol.h"
+#include "settings/earlier_tunes.h"
 #include "settings/failure.h"
 #include "support/sync_engine_fixture.h"
 
@@ -27,6 +28,18 @@ TEST_F(Sync_Engine, Read_Loads_The_Tune) {
   EXPECT_EQ(refreshed_, "at");
   EXPECT_EQ(port_.Sent(), "vrd");
   EXPECT_EQ(rs232_text.Text().substr(14), "10:00:00");
+}
+
+TEST_F(Sync_Engine, Read_Keeps_The_Tune_That_It_Replaces) {
+  CardByte[100] ^= 1;
+  const Byte_Image mine = CardByte;
+  Start_Keeping_Tunes();
+  Read_Settings_Click();
+  const auto kept = Earlier_Tunes();
+  Reset_Earlier_Tunes();
+  ASSERT_EQ(kept.size(), 1U);
+  EXPECT_EQ(kept[0].tune.image, mine);
+  EXPECT_EQ(kept[0].tune.name, "Track day.kxs");
 }
 
 TEST_F(Sync_Engine, Read_Without_A_Box_Leaves_The_Port_Open_And_The_Next_One_Works) {

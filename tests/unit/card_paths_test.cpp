@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "settings/earlier_tunes.h"
 #include "settings/message.h"
 #include "support/card_fixture.h"
 #include "workspace/shut_down.h"
@@ -80,6 +81,17 @@ TEST_P(Card_Paths, Random_Tunes_Go_To_The_Card_And_Back) {
     Read();
     Expect_Same(test::As_Sent(CardByte), tune);
   }
+}
+
+TEST_P(Card_Paths, A_Read_Keeps_The_Tune_That_It_Replaces) {
+  const Byte_Image mine = Stamped(CardByte);
+  Start_Keeping_Tunes();
+  Read();
+  const auto kept = Earlier_Tunes();
+  Reset_Earlier_Tunes();
+  ASSERT_EQ(kept.size(), 1U);
+  EXPECT_EQ(kept[0].tune.image, mine);
+  EXPECT_NE(CardByte, mine);
 }
 
 TEST_P(Card_Paths, An_Undo_After_A_Write_Brings_Back_The_Tune_Before_It) {
