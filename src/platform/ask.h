@@ -36,8 +36,8 @@ class Ask {
   /// Full name of an existing file, "/" as separator; nothing when the user cancels.
   virtual std::optional<std::string> Open_Name(const File_Question& question) = 0;
 
-  /// Full name to save to, with the default extension added and, if asked for, the overwrite question
-  /// answered.
+  /// Full name to save to, with the extension of the chosen filter (at first that of the default one) added
+  /// and, if asked for, the overwrite question answered.
   virtual std::optional<std::string> Save_Name(const File_Question& question) = 0;
 };
 

@@ -127,6 +127,28 @@ TEST_F(Qt_Ask_Files, Save_Adds_The_Extension_To_Every_Name_That_Lacks_It) {
   EXPECT_EQ(Qt_Ask().Save_Name(both), Path("a.bmp"));
 }
 
+TEST_F(Qt_Ask_Files, Save_Takes_The_Extension_Of_The_Chosen_Filter) {
+  File_Question export_question = Question("map_kxs");
+  export_question.filter = "Picture|*.bmp|Text|*.csv|Page|*.htm; *.html|All|*.*";
+  export_question.default_extension = "bmp";
+  struct Row {
+    const char *filter, *typed, *saved;
+  };
+  for (const Row& row : {Row{"", "map_kxs", "map_kxs.bmp"},
+                         {"Text (*.csv)", "map_kxs", "map_kxs.csv"},
+                         {"Text (*.csv)", "map 1.5", "map 1.5.csv"},
+                         {"Text (*.csv)", "map.bmp", "map.bmp"},
+                         {"Page (*.htm *.html)", "map", "map.htm"},
+                         {"All (*)", "map", "map.bmp"}}) {
+    When_Open<QFileDialog>("save_dialog", [&row](QFileDialog& dialog) {
+      if (*row.filter != '\0') dialog.selectNameFilter(row.filter);
+      dialog.findChild<QLineEdit*>("fileNameEdit")->setText(row.typed);
+      static_cast<QDialog&>(dialog).accept();
+    });
+    EXPECT_EQ(Qt_Ask().Save_Name(export_question), Path(row.saved)) << row.filter << " " << row.typed;
+  }
+}
+
 TEST_F(Qt_Ask_Files, Save_Asks_Before_It_Overwrites_What_The_Extension_Leads_To) {
   Make("tune 1.5.kxs");
   QString asked;

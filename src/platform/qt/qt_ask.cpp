@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -57,6 +58,11 @@ void Fit_To_Screen(QMessageBox& box) {
   }
 }
 
+/// Patterns of a filter of Name_Filters.
+QStringList Patterns_Of(const QString& filter) {
+  return filter.section('(', -1).chopped(1).split(' ', Qt::SkipEmptyParts);
+}
+
 /// What both dialogs share. They are Qt's own on every desktop: of these the default extension is known to be
 /// added before the question whether to overwrite, and tests can drive them. Filters are shown by name.
 void Prepare(QFileDialog& dialog, const File_Question& question) {
@@ -66,24 +72,38 @@ void Prepare(QFileDialog& dialog, const File_Question& question) {
   if (!question.title.empty()) dialog.setWindowTitle(QString::fromStdString(question.title));
   dialog.setDirectory(Directory(question.directory));
   dialog.setNameFilters(Name_Filters(question.filter));
+  for (const QString& filter : Name_Filters(question.filter)) {
+    if (!Patterns_Of(filter).contains("*." + QString::fromStdString(question.default_extension))) continue;
+    dialog.selectNameFilter(filter);
+    break;
+  }
   if (!question.name.empty()) dialog.selectFile(QString::fromStdString(question.name));
 }
 
 /// True when @p name ends in the extension of the question or in one that its filter names, in any case.
 bool Has_Extension(const QString& name, const File_Question& question) {
   QStringList patterns{"*." + QString::fromStdString(question.default_extension)};
-  for (const QString& filter : Name_Filters(question.filter)) {
-    const QString inside = filter.section('(', -1).chopped(1);
-    patterns += inside.split(' ', Qt::SkipEmptyParts);
-  }
+  for (const QString& filter : Name_Filters(question.filter)) patterns += Patterns_Of(filter);
   return std::ranges::any_of(patterns, [&name](const QString& pattern) {
     return pattern.startsWith("*.") && name.endsWith(pattern.mid(1), Qt::CaseInsensitive);
   });
 }
 
-/// Adds the default extension to a name that lacks it, whatever else stands behind a dot in it, before the
-/// dialog looks whether such a file is there. A name that is a directory stays, and in a dialog that opens
-/// files every name of a file.
+/// Extension for a name without one: the first of the filter that the user has chosen, unless the default one
+/// is among them or it has none.
+QString Extension_By_Filter(const QString& chosen, const File_Question& question) {
+  const QString standard = QString::fromStdString(question.default_extension);
+  const QStringList patterns = Patterns_Of(chosen);
+  if (patterns.contains("*." + standard)) return standard;
+  const auto named = std::ranges::find_if(patterns, [](const QString& pattern) {
+    return pattern.startsWith("*.") && !pattern.mid(2).contains('*');
+  });
+  return named == patterns.end() ? standard : named->mid(2);
+}
+
+/// Adds the extension of the chosen filter to a name that lacks one, whatever else stands behind a dot in it,
+/// before the dialog looks whether such a file is there. A name that is a directory stays, and in a dialog
+/// that opens files every name of a file.
 class Name_Dialog : public QFileDialog {
  public:
   Name_Dialog(QWidget* parent, const File_Question& question) : QFileDialog(parent), question_(question) {}
@@ -94,12 +114,17 @@ class Name_Dialog : public QFileDialog {
     const bool taken = chosen.isDir() || (chosen.exists() && acceptMode() == AcceptOpen);
     auto* name = findChild<QLineEdit*>("fileNameEdit");
     if (!taken && !name->text().isEmpty() && !Has_Extension(name->text(), question_)) {
-      name->setText(name->text() + "." + QString::fromStdString(question_.default_extension));
+      name->setText(name->text() + "." + Extension_By_Filter(Chosen_Filter(), question_));
     }
     QFileDialog::accept();
   }
 
  private:
+  /// selectedNameFilter() is without its patterns here, since only names are shown.
+  [[nodiscard]] QString Chosen_Filter() const {
+    return Name_Filters(question_.filter).value(findChild<QComboBox*>("fileTypeCombo")->currentIndex());
+  }
+
   const File_Question& question_;
 };
 
