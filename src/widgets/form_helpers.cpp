@@ -2,6 +2,8 @@
 
 #include <QVBoxLayout>
 
+#include "settings/notice.h"
+
 namespace kx {
 
 void Bind_Text(QLineEdit* box, Shown_Text& text) {
@@ -15,6 +17,22 @@ QLabel* Named_Text(const QString& name, const QString& text) {
   label->setObjectName(name);
   label->setWordWrap(true);
   return label;
+}
+
+QLabel* Notice_Line(const QString& name) {
+  auto* line = new QLabel;
+  line->setObjectName(name);
+  line->setTextFormat(Qt::PlainText);
+  line->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  const auto show = [alive = QPointer(line)] {
+    if (!alive) return;
+    QString text = Text(notice_text.Text());
+    alive->setToolTip(text.isEmpty() ? text : "<p>" + text.toHtmlEscaped().replace("\n", "</p><p>") + "</p>");
+    alive->setText(text.replace('\n', ' '));
+  };
+  notice_text.Also_On_Change(show);
+  show();
+  return line;
 }
 
 QFrame* Plain_Frame(const QString& name, QWidget* inside) {

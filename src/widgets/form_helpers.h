@@ -46,6 +46,10 @@ void Bind_Text(QLineEdit* box, Shown_Text& text);
 /// A wrapped text of that name.
 [[nodiscard]] QLabel* Named_Text(const QString& name, const QString& text = {});
 
+/// What the program says without asking for an answer: its sentences in one line, which never widens the
+/// window; all of them are in its tip.
+[[nodiscard]] QLabel* Notice_Line(const QString& name);
+
 /// A frame that holds one widget without margins.
 [[nodiscard]] QFrame* Plain_Frame(const QString& name, QWidget* inside);
 

@@ -6,8 +6,6 @@
 #include <QWheelEvent>
 #include <cmath>
 
-#include "widgets/surface_painter.h"
-
 namespace kx {
 namespace {
 
@@ -63,8 +61,12 @@ void Surface_Chart::Draw_Picture() {
   const QRectF area = Surface_Area();
   const Projection projection(view_, area.left(), area.top(), area.width(), area.height());
   shape_ = {};
+  labels_.clear();
   if (!points_.values.empty()) {
-    shape_ = Surface_Painter(painter, palette(), points_, titles_, projection).Paint();
+    const QRectF below_title = QRectF(rect()).adjusted(0, 1.4 * fontMetrics().height(), 0, 0);
+    Surface_Painter surface(painter, palette(), points_, titles_, projection, below_title);
+    shape_ = surface.Paint();
+    labels_ = surface.Labels();
   }
   QFont bold = font();
   bold.setBold(true);
@@ -77,6 +79,11 @@ void Surface_Chart::Draw_Picture() {
 const QPixmap& Surface_Chart::Picture() {
   if (picture_.isNull()) Draw_Picture();
   return picture_;
+}
+
+const std::vector<Painted_Label>& Surface_Chart::Labels() {
+  static_cast<void>(Picture());
+  return labels_;
 }
 
 QString Surface_Chart::Read_Out_At(const QPointF& position) const {

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <optional>
 
+#include "widgets/surface_painter.h"
 #include "workspace/map_data.h"
 #include "workspace/surface_projection.h"
 
@@ -26,6 +27,9 @@ class Surface_Chart : public QWidget {
 
   /// The chart without read-out and focus, as it is on show or would be.
   [[nodiscard]] const QPixmap& Picture();
+
+  /// Labels and titles of the axes, as in Picture.
+  [[nodiscard]] const std::vector<Painted_Label>& Labels();
 
   /// What is told at @p position of the widget; empty when no point is there.
   [[nodiscard]] QString Read_Out_At(const QPointF& position) const;
@@ -59,7 +63,8 @@ class Surface_Chart : public QWidget {
   Map_Points points_;
   Map_Titles titles_;
   Surface_View view_;
-  Surface_Shape shape_;           ///< as painted last
+  Surface_Shape shape_;  ///< as painted last
+  std::vector<Painted_Label> labels_;
   QPixmap picture_;               ///< all but the read-out; null when it has to be painted anew
   std::optional<QPointF> mouse_;  ///< over the surface, no button held
   std::optional<QPointF> drag_;   ///< where the last step of a drag ended

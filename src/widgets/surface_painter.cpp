@@ -15,6 +15,9 @@ constexpr double least_light = 0.72;          ///< of a cell turned away from th
 constexpr double labels_on_free_space = 0.8;  ///< the rest stays between them
 constexpr double label_gap_share = 0.35;      ///< of the text's height
 
+/// Where along its axis, -1..1, a title may stand, best first.
+constexpr std::array<double, 5> title_places{0, 0.35, -0.35, 0.7, -0.7};
+
 /// From low to high. Its lightness rises all the way, so that it reads without telling red from green.
 struct Gradient_Stop {
   int red;
@@ -68,6 +71,12 @@ QPixmap Point_Picture(double size, double pixel_ratio) {
 
 QPointF On_Screen(const Screen_Point& point) { return {point.x, point.y}; }
 
+QRectF Moved_Inside(QRectF place, const QRectF& picture) {
+  place.moveLeft(std::max(std::min(place.left(), picture.right() - place.width()), picture.left()));
+  place.moveTop(std::max(std::min(place.top(), picture.bottom() - place.height()), picture.top()));
+  return place;
+}
+
 QPointF Unit(const QPointF& vector) {
   const double length = std::hypot(vector.x(), vector.y());
   return length > 0 ? vector / length : QPointF(0, 1);
@@ -81,7 +90,8 @@ QColor Faint(QColor colour, int alpha) {
 }  // namespace
 
 Surface_Painter::Surface_Painter(QPainter& painter, const QPalette& palette, const Map_Points& points,
-                                 const Map_Titles& titles, const Projection& projection)
+                                 const Map_Titles& titles, const Projection& projection,
+                                 const QRectF& picture)
     : painter_(painter),
       palette_(palette),
       points_(points),
@@ -89,7 +99,8 @@ Surface_Painter::Surface_Painter(QPainter& painter, const QPalette& palette, con
       projection_(projection),
       scale_(Scale_Around(points.values)),
       back_{projection.Eye().across < 0 ? 1.0 : -1.0, projection.Eye().along < 0 ? 1.0 : -1.0, -box_height},
-      point_(Point_Picture(Point_Size(), painter.device()->devicePixelRatioF())) {
+      point_(Point_Picture(Point_Size(), painter.device()->devicePixelRatioF())),
+      picture_(picture) {
   const auto [lowest, highest] = std::ranges::minmax(points.values);
   lowest_ = lowest;
   highest_ = highest;
@@ -243,8 +254,12 @@ void Surface_Painter::Paint_Entry_Axis(const std::vector<std::string>& labels, c
     painter_.drawLine(Place(edge), Place(outside));
     reach = std::max(reach, Paint_Label(Place(outside), out, 0, QString::fromStdString(labels[i])));
   }
-  outside.*direction = 0;
-  Paint_Label(Place(outside), out, reach, QString::fromStdString(title));
+  std::vector<QPointF> beside;
+  for (const double place : title_places) {
+    outside.*direction = place;
+    beside.push_back(Place(outside));
+  }
+  Paint_Title(beside, out, reach, QString::fromStdString(title));
 }
 
 /// Entries between two labels so that they do not touch on an edge through @p middle.
@@ -278,25 +293,59 @@ void Surface_Painter::Paint_Value_Axis() {
     Paint_Label(end, {-1, 0}, 0, QString::number(mark, 'g', 6));
   }
   edge.up = box_height;
-  Paint_Label(Place(edge), {0, -1}, painter_.fontMetrics().height() * 0.5,
+  Paint_Title({Place(edge)}, {0, -1}, painter_.fontMetrics().height() * 0.5,
               QString::fromStdString(titles_.value));
 }
 
-/// Writes @p text beside @p at, @p gap farther out in @p direction, and gives how far out it reaches.
-double Surface_Painter::Paint_Label(const QPointF& at, const QPointF& direction, double gap,
-                                    const QString& text) {
+QRectF Surface_Painter::Label_Beside(const QPointF& at, const QPointF& direction, double gap,
+                                     const QString& text) const {
   const QSizeF size(painter_.fontMetrics().horizontalAdvance(text), painter_.fontMetrics().height());
   const double half =
       (std::fabs(direction.x()) * size.width() + std::fabs(direction.y()) * size.height()) / 2;
   const double start = gap + painter_.fontMetrics().height() * label_gap_share;
   QRectF place(QPointF(), size);
   place.moveCenter(at + direction * (start + half));
-  if (std::ranges::any_of(labels_, [&place](const QRectF& taken) { return taken.intersects(place); })) {
-    return gap;
-  }
-  labels_.push_back(place);
+  return place;
+}
+
+bool Surface_Painter::Is_Free(const QRectF& place) const {
+  return std::ranges::none_of(labels_,
+                              [&place](const Painted_Label& label) { return label.place.intersects(place); });
+}
+
+void Surface_Painter::Write(const QRectF& place, const QString& text) {
+  labels_.push_back({place, text});
   painter_.drawText(place, Qt::AlignCenter, text);
-  return start + 2 * half;
+}
+
+/// Writes @p text beside @p at, @p gap farther out in @p direction, and gives how far out it reaches.
+double Surface_Painter::Paint_Label(const QPointF& at, const QPointF& direction, double gap,
+                                    const QString& text) {
+  const QRectF place = Label_Beside(at, direction, gap, text);
+  if (!Is_Free(place)) return gap;
+  Write(place, text);
+  return gap + painter_.fontMetrics().height() * label_gap_share + std::fabs(direction.x()) * place.width() +
+         std::fabs(direction.y()) * place.height();
+}
+
+/// Writes @p title at the first free place outside one of the points @p beside, else farther out, else where
+/// there is room next to it: an axis without its title and unit says nothing.
+void Surface_Painter::Paint_Title(const std::vector<QPointF>& beside, const QPointF& direction, double gap,
+                                  const QString& title) {
+  const double line = painter_.fontMetrics().height();
+  for (const double farther : {0.0, 1.0, 2.0}) {
+    for (const QPointF& at : beside) {
+      const QRectF place = Label_Beside(at, direction, gap + farther * line, title);
+      if (picture_.contains(place) && Is_Free(place)) return Write(place, title);
+    }
+  }
+  const QRectF wanted = Moved_Inside(Label_Beside(beside[0], direction, gap, title), picture_);
+  for (double away = 0; away < picture_.height(); away += line / 2) {
+    for (const double side : {away, -away}) {
+      const QRectF place = wanted.translated(0, side);
+      if (picture_.contains(place) && Is_Free(place)) return Write(place, title);
+    }
+  }
 }
 
 }  // namespace kx

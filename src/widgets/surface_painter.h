@@ -9,15 +9,25 @@
 
 namespace kx {
 
+/// A text of the axes and where it stands.
+struct Painted_Label {
+  QRectF place;
+  QString text;
+};
+
 /// Paints one surface with its box: walls behind it, the cells back to front, the axes in front. RPM runs
 /// across the box, load along it. There is at least one point.
 class Surface_Painter {
  public:
+  /// Labels stay inside @p picture, which is free of anything else.
   Surface_Painter(QPainter& painter, const QPalette& palette, const Map_Points& points,
-                  const Map_Titles& titles, const Projection& projection);
+                  const Map_Titles& titles, const Projection& projection, const QRectF& picture);
 
   /// Paints all of it and gives where the points came to lie.
   Surface_Shape Paint();
+
+  /// Labels and titles as painted.
+  [[nodiscard]] const std::vector<Painted_Label>& Labels() const { return labels_; }
 
  private:
   using Direction = double Space_Point::*;
@@ -37,6 +47,12 @@ class Surface_Painter {
                                             Direction direction) const;
   void Paint_Value_Axis();
   double Paint_Label(const QPointF& at, const QPointF& direction, double gap, const QString& text);
+  void Paint_Title(const std::vector<QPointF>& beside, const QPointF& direction, double gap,
+                   const QString& title);
+  void Write(const QRectF& place, const QString& text);
+  [[nodiscard]] QRectF Label_Beside(const QPointF& at, const QPointF& direction, double gap,
+                                    const QString& text) const;
+  [[nodiscard]] bool Is_Free(const QRectF& place) const;
 
   [[nodiscard]] double Point_Size() const;
   [[nodiscard]] QPointF Place(const Space_Point& point) const;
@@ -53,7 +69,8 @@ class Surface_Painter {
   double lowest_ = 0;  ///< values that the ends of the gradient stand for
   double highest_ = 0;
   QPixmap point_;
-  std::vector<QRectF> labels_;  ///< where labels stand; one that would cover another is left out
+  QRectF picture_;
+  std::vector<Painted_Label> labels_;  ///< one that would cover another is left out
 };
 
 }  // namespace kx

@@ -60,19 +60,6 @@ QAction* Entry(QMenu* menu, const QString& name, const QString& caption, const Q
   return action;
 }
 
-/// The status line's sentences in one line, which never widens the window; all of them are in its tip.
-QLabel* Notice_Line() {
-  auto* line = new QLabel;
-  line->setObjectName("notice_text");
-  line->setTextFormat(Qt::PlainText);
-  line->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  Follow(line, notice_text, [](QLabel* label, QString text) {
-    label->setToolTip("<p>" + text.toHtmlEscaped().replace("\n", "</p><p>") + "</p>");
-    label->setText(text.replace('\n', ' '));
-  });
-  return line;
-}
-
 }  // namespace
 
 BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
@@ -156,7 +143,7 @@ void BoostProgMain::Make_Layout() {
   history->setObjectName("history_status");
   Follow(history, history_status, [](QLabel* label, const QString& text) { label->setText(text); });
   statusBar()->addWidget(history);
-  statusBar()->addWidget(Notice_Line(), 1);
+  statusBar()->addWidget(Notice_Line("notice_text"), 1);
   config_ = std::make_unique<KX_Config>(controls_, *this);
   summary_ = std::make_unique<KX_Setting_Summary>();
   map3d_ = std::make_unique<KX_3Dmap>();

@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "settings/numbers.h"
@@ -47,6 +48,15 @@ QLineEdit* Angle_Box(const QString& name, const QString& tip, QPushButton* apply
   return box;
 }
 
+/// The part that the user looks at stays on show.
+void Set_Text_In_Place(QPlainTextEdit* view, const QString& text) {
+  const int across = view->horizontalScrollBar()->value();
+  const int down = view->verticalScrollBar()->value();
+  view->setPlainText(text);
+  view->horizontalScrollBar()->setValue(across);
+  view->verticalScrollBar()->setValue(down);
+}
+
 }  // namespace
 
 KX_3Dmap::KX_3Dmap(QWidget* parent)
@@ -60,6 +70,12 @@ KX_3Dmap::KX_3Dmap(QWidget* parent)
   setWindowTitle("3D map");
   Text1_->setObjectName("Text1");
   Text1_->setReadOnly(true);
+  Text1_->setToolTip(
+      "Product of load and RPM table, in the unit above; a line for each RPM, a column for each load");
+  Fuel3dChart_->setToolTip(
+      "Drag to turn, wheel for the size, double click for the first view; the corner tells value, RPM and "
+      "load "
+      "of the point under the mouse");
   Text1_->setLineWrapMode(QPlainTextEdit::NoWrap);
   Text1_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   Text1_->setTabStopDistance(Text1_->fontMetrics().horizontalAdvance('0') * 9);
@@ -133,7 +149,7 @@ QWidget* KX_3Dmap::Make_View_Line() {
   layout->addWidget(new QLabel("Rotation"));
   layout->addWidget(Text3_);
   layout->addWidget(rotate);
-  layout->addStretch(1);
+  layout->addWidget(Notice_Line("map_notice"), 1);
   turn_buttons_ = new QButtonGroup(this);
   turn_buttons_->setExclusive(false);
   layout->addWidget(Turn_Button("turn_left_button", "Turn left",
@@ -189,7 +205,7 @@ void KX_3Dmap::cmd_ShowData_Click() {
   Calculate_3dmap(map);
   Fuel3dChart_->Show(Points_Of(Map_Data), Titles_Of(map));  // the picture to export
   const QString text = Text(Map_Text(Map_Data));
-  if (Text1_->toPlainText() != QString(text).remove('\r')) Text1_->setPlainText(text);
+  if (Text1_->toPlainText() != QString(text).remove('\r')) Set_Text_In_Place(Text1_, text);
   Option2_->button(data_view)->setChecked(true);
   views_->setCurrentWidget(Text1_);
   const Map_Titles titles = Titles_Of(map);

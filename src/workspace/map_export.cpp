@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/seams.h"
 #include "settings/message.h"
+#include "settings/notice.h"
 #include "settings/session.h"
 #include "workspace/map_data.h"
 
@@ -39,8 +40,9 @@ void Export_Image_Click(const std::function<std::string()>& picture) {
     return Tell("A map is exported to a name that ends in .bmp or .csv", platform::Icon::warning);
   }
   const auto result = platform::Replace_File(*name, kind == "csv" ? Map_Text(Map_Data) : picture());
+  if (!result.Ok()) return Tell(result.reason, platform::Icon::critical);
   platform::seams.desktop->Set_Clipboard_Text("");
-  if (!result.Ok()) Tell(result.reason, platform::Icon::critical);
+  Show_Notice("Saved " + *name);
 }
 
 }  // namespace kx

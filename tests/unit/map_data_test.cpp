@@ -31,6 +31,26 @@ TEST_F(Map_Data_Of_The_Tune, Fuel_Cells_By_Hand) {
   EXPECT_EQ(Map_Data[0][1], "<" + Grid_Of(Table::fuel_load).Text(1, 1));
 }
 
+TEST_F(Map_Data_Of_The_Tune, Ignition_And_Boost_Cells_By_Hand) {
+  Set_Field(map::ignition_load_in_percent, 0);
+  CardByte[map::ignition_load.first + 4] = 105;  // 105 / 10 = 10.5 degrees
+  CardByte[map::ignition_rpm.first + 2] = 160;   // (160 - 128) / 0.64 = 50 %
+  CardByte[map::ignition_rpm.first + 3] = 100;   // (100 - 128) / 0.64 = -43.75, shown as -44 %
+  Update_All();
+  Calculate_Ignition3dmap();
+  EXPECT_EQ(Map_Data[3][5], "5.25");   // 10.5 x 50 / 100
+  EXPECT_EQ(Map_Data[4][5], "-4.62");  // 10.5 x -44 / 100
+  Set_Field(map::boost_pid, 1);
+  Set_Field(map::boost_input, 0);            // the 2.5 bar sensor, 0.00980392 x raw + 0.1
+  CardByte[map::pwm_load.first + 9] = 64;    // 64 / 1.28 = 50 %
+  CardByte[map::pwm_load.first + 10] = 128;  // 100 %
+  CardByte[map::pwm_rpm.first + 6] = 100;    // raw 200: 2.060784, shown as 2.06 bar
+  Update_All();
+  Calculate_PWM3dmap();
+  EXPECT_EQ(Map_Data[7][10], "1.03");  // 50 x 2.06 / 100
+  EXPECT_EQ(Map_Data[7][11], "2.06");
+}
+
 TEST_F(Map_Data_Of_The_Tune, Follows_The_Point_Counts_And_The_Text_Being_Typed) {
   Set_Field(map::fuel_rpm_250, 1);
   Set_Field(map::maf_sim_enable, 1);
