@@ -22,10 +22,7 @@ std::string Row_Text(const clsSerialPort& port) {
   return mark + port.COMxString() + "  " + port.Description;
 }
 
-void Keep_Interface(const std::string& word) {
-  Default_Interface = word;
-  Write_Key("Default_Interface", word);
-}
+constexpr const char* interface_key = "Default_Interface";
 
 /// A system's name; a version number that is not set holds for all.
 struct Named_Version {
@@ -69,18 +66,21 @@ int Row_Of_Port(const clsSerialPortList& ports, int com_number) {
 }
 
 void Apply_Preferences(const clsSerialPortList& ports, int row, const std::string& interface_word) {
+  std::vector<std::pair<std::string, std::string>> kept{{interface_key, interface_word}};
   if (row >= 0) {
     Com_Port_Number = ports.port(row + 1).COMx;
-    Write_Key("comport1", std::to_string(Com_Port_Number));
+    kept.insert(kept.begin(), {"comport1", std::to_string(Com_Port_Number)});
   }
-  Keep_Interface(interface_word);
+  Default_Interface = interface_word;
+  Write_Keys(kept);
   Update_All();
 }
 
 void toggle_interface() {
   const int next = Option_Of_Interface(Default_Interface) + 1;
   const auto index = static_cast<std::size_t>(next) % interface_options.size();
-  Keep_Interface(std::string(interface_options[index].word));
+  Default_Interface = interface_options[index].word;
+  Write_Key(interface_key, Default_Interface);
   Update_All();
 }
 

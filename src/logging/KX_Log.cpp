@@ -251,13 +251,13 @@ void KX_Log::Get_Default_Window_Size() {
 void KX_Log::Save_Log_Window_Size() {
   if (!isVisible()) return;
   const QRect shown = isMaximized() ? normalGeometry() : geometry();
-  Write_Key(size_key, QString("%1;%2;%3;%4;%5")
-                          .arg(shown.x())
-                          .arg(shown.y())
-                          .arg(shown.width())
-                          .arg(shown.height())
-                          .arg(isMaximized() ? 1 : 0)
-                          .toStdString());
+  Remember_Key(size_key, QString("%1;%2;%3;%4;%5")
+                             .arg(shown.x())
+                             .arg(shown.y())
+                             .arg(shown.width())
+                             .arg(shown.height())
+                             .arg(isMaximized() ? 1 : 0)
+                             .toStdString());
 }
 
 void KX_Log::Leave() {

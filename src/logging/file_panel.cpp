@@ -69,7 +69,7 @@ void Set_Log_Directory(const std::string& directory) {
   const std::string whole = With_Separator(directory);
   if (whole == Log_Directory) return;
   Log_Directory = whole;
-  Write_Key(directory_key, whole);
+  Remember_Key(directory_key, whole);
   Show_Log(log_view_hooks.show_folder);
 }
 

@@ -41,6 +41,14 @@ QComboBox* List_Box(const QString& name, const QString& tip) {
   return list;
 }
 
+/// Place of @p name in @p names, at @p index if it stands there still; -1 when it has gone.
+int Place_Of(const std::vector<std::string>& names, const std::string& name, int index) {
+  const auto place = static_cast<std::size_t>(index);
+  if (index >= 0 && place < names.size() && names[place] == name) return index;
+  const auto found = std::ranges::find(names, name);
+  return found == names.end() ? -1 : static_cast<int>(found - names.begin());
+}
+
 /// Puts @p names into @p list, which keeps its index while it has it.
 void Fill(QComboBox* list, const std::vector<std::string>& names, int index) {
   const QSignalBlocker quiet(list);
@@ -61,6 +69,9 @@ KX_Sensor_Editor::KX_Sensor_Editor(QWidget* parent)
           List_Box("EditSensor_Combo", "Sensor to look at, to change or to start a new one from")),
       Sensor_chart_(new Line_Chart("Sensor_chart")) {
   setObjectName("KX_Sensor_Editor");
+  Sensor_chart_->setToolTip(
+      "Value in the sensor's unit over the input, 0 to 100 %; drag over points of a sensor by values to pick "
+      "them");
   auto* left = new QVBoxLayout;
   left->addWidget(Make_Used_Sensors());
   left->addWidget(Make_View_Lists());
@@ -148,6 +159,7 @@ QWidget* KX_Sensor_Editor::Make_View_Lists() {
 QWidget* KX_Sensor_Editor::Make_Try_Out() {
   auto* frame = new QGroupBox("Try the viewed sensor");
   frame->setObjectName("Try_Frame");
+  Try_Frame_ = frame;
   auto* given = new QLineEdit;
   given->setObjectName("Text1");
   given->setToolTip("Raw number of the input, 0 to 255, or a value in the sensor's unit");
@@ -268,7 +280,7 @@ QWidget* KX_Sensor_Editor::Make_Buttons() {
   On_Click(ok, [this] { cmd_OK_Click(); });
   auto* layout = new QHBoxLayout(line);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addStretch(1);
+  layout->addWidget(Notice_Line("editor_notice"), 1);
   layout->addWidget(cmd_Add_sensor_);
   layout->addWidget(ok);
   return line;
@@ -284,14 +296,14 @@ void KX_Sensor_Editor::Show_Chosen() {
 
 /// What has been stored is the sensor on view.
 void KX_Sensor_Editor::Choose_Stored() {
-  const auto names = Sensor_Names(Sensor_List::tune);
-  const auto stored = std::ranges::find(names, txt_SensorName.Text());
-  EditSensor_Combo_->setCurrentIndex(stored == names.end() ? -1 : static_cast<int>(stored - names.begin()));
+  EditSensor_Combo_->setCurrentIndex(
+      Place_Of(Sensor_Names(Sensor_List::tune), txt_SensorName.Text(), EditSensor_Combo_->currentIndex()));
+  Show_Edited();
 }
 
 /// A definition that cannot be stored keeps the form open.
 void KX_Sensor_Editor::cmd_OK_Click() {
-  if (Edited_Kind() == Editing::nothing || cmd_Add_sensor_Click()) close();
+  if (kx::cmd_OK_Click()) close();
 }
 
 void KX_Sensor_Editor::Fill_Lists() {
@@ -299,7 +311,10 @@ void KX_Sensor_Editor::Fill_Lists() {
   for (std::size_t i = 0; i < AN_Combo_.size(); ++i) {
     Fill(AN_Combo_[i], tune, Sensor_On_Input(static_cast<int>(i) + 1));
   }
-  Fill(EditSensor_Combo_, Sensor_Names(List()), EditSensor_Combo_->currentIndex());
+  // Another program may have moved the sensor on view to another number.
+  const auto names = Sensor_Names(List());
+  Fill(EditSensor_Combo_, names,
+       Place_Of(names, EditSensor_Combo_->currentText().toStdString(), EditSensor_Combo_->currentIndex()));
 }
 
 void KX_Sensor_Editor::Show_Edited() {
@@ -307,6 +322,7 @@ void KX_Sensor_Editor::Show_Edited() {
   frame_Linear_->setVisible(kind == Editing::linear);
   frame_Table_->setVisible(kind == Editing::table);
   cmd_Add_sensor_->setEnabled(kind != Editing::nothing);
+  Try_Frame_->setEnabled(EditSensor_Combo_->currentIndex() >= 0);
   Sensor_grid_->Refresh();
   Sensor_chart_->Show(Sensor_chart, Sensor_grid.Sel_Start(),
                       Sensor_grid.Sel_Start() + Sensor_grid.Sel_Count());
@@ -320,6 +336,7 @@ bool KX_Sensor_Editor::event(QEvent* event) {
     Guarded([this] {
       Sensor_Editor_Activated();
       Fill_Lists();
+      Show_Edited();
     });
   }
   return QWidget::event(event);

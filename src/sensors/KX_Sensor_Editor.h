@@ -51,6 +51,7 @@ class KX_Sensor_Editor : public QWidget {
   std::array<QComboBox*, 4> AN_Combo_{};
   QComboBox* list_combo_;
   QComboBox* EditSensor_Combo_;
+  QWidget* Try_Frame_ = nullptr;
   QWidget* frame_Linear_ = nullptr;
   QWidget* frame_Table_ = nullptr;
   QPushButton* cmd_Add_sensor_ = nullptr;

@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "sensors/load_axes.h"
@@ -18,6 +19,9 @@
 
 namespace kx {
 namespace {
+
+/// What the lines of the file that cannot be used were told of with.
+std::string told_faults;
 
 /// The whole number at the head of a key's value when it is one from @p least to @p greatest.
 std::optional<int> Number_Key(const std::string& key, int least, int greatest) {
@@ -48,12 +52,19 @@ std::vector<Ini_Fault> Read_Sensors() {
   return faults;
 }
 
-/// A file that has become shorter takes the choice with it.
-void Keep_Choices_Inside() {
-  for (std::size_t input = 1; input < Sensor_Selection.size(); ++input) {
-    if (Sensor_Selection[input] > Last_Index(Sens_Def.size())) Sensor_Selection[input] = 0;
+/// The preset of the name @p chosen stays in use wherever it stands now; the dataset is that of the preset in
+/// use. Gives a sentence when there is no such preset any more.
+std::string Keep_Preset(const std::string& chosen) {
+  const auto same = std::ranges::find(Preset_List, chosen, &Preset::name);
+  const bool outside = User_Preset > Last_Index(Preset_List.size());
+  if (outside || Selected_Preset().name != chosen) {
+    if (same != Preset_List.end()) User_Preset = static_cast<int>(same - Preset_List.begin());
+    if (same == Preset_List.end() && outside) User_Preset = 0;
   }
-  if (User_Preset > Last_Index(Preset_List.size())) User_Preset = 0;
+  Apply_Preset_Mask();
+  if (same != Preset_List.end()) return {};
+  return "The preset \"" + chosen + "\" has gone from the file; \"" + Selected_Preset().name +
+         "\" is in use.";
 }
 
 void Read_Selection() {
@@ -100,21 +111,30 @@ std::vector<Ini_Fault> Read_Lists() {
 }  // namespace
 
 void Init_ini_file() {
+  Forget_Ini_Text();
   const bool missing = Ini_Missing();
   Read_Port();
   card_data_dir = With_Separator(Read_Key("card_data_dir").value_or(""));
-  Write_Key("start_dir", start_dir);
+  Remember_Key("start_dir", start_dir);
   Check_Ini_Writable();
-  const std::vector<Ini_Fault> faults = Read_Lists();
+  told_faults = Sentences(Read_Lists());
   Read_Selection();
   Read_Start_Preset();
   Show_Notice(missing ? start_dir + Ini_File_Name + " is missing: there are no sensors and no presets."
-                      : Sentences(faults));
+                      : told_faults);
 }
 
 void Read_Definitions() {
-  Show_Notice(Sentences(Read_Lists()));
-  Keep_Choices_Inside();
+  Check_Ini_Readable();
+  const std::string preset = Selected_Preset().name;
+  const std::string faults = Sentences(Read_Lists());
+  const std::string lost = Keep_Preset(preset);
+  // What the status line says about anything else stays.
+  const bool about_faults = notice_text.Text() == told_faults;
+  if (const std::string before = std::exchange(told_faults, faults); before != faults) {
+    if (!faults.empty() || about_faults) Show_Notice(faults);
+  }
+  if (!lost.empty()) Show_Notice(lost);
 }
 
 }  // namespace kx

@@ -11,8 +11,9 @@ namespace kx {
 /// sensors.
 void Init_ini_file();
 
-/// Reads sensors, load axes and presets again, as after a change of the file; what was chosen from them stays
-/// while it is there.
+/// Reads sensors, load axes and presets again, as after a change of the file. What was chosen stays: the
+/// number of each input's sensor, and the preset by its name. Without a sound file the lists stay as they
+/// are, which is told once; faults of the lines are told when they have changed.
 void Read_Definitions();
 
 }  // namespace kx

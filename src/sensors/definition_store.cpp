@@ -7,8 +7,10 @@
 
 #include "sensors/definition_file.h"
 #include "sensors/load_axes.h"
+#include "settings/brand.h"
 #include "settings/ini_file_adm.h"
 #include "settings/message.h"
+#include "settings/notice.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
 #include "settings/text_encoding.h"
@@ -85,16 +87,61 @@ std::string Name_Fault(const std::string& name) {
   return Text_Fault("The name", name, longest_sensor_name);
 }
 
-/// Row that the sensor has or gets.
+/// Row of the sensor of that name; behind the last when there is none.
 std::size_t Row_For(const std::string& name) {
   const auto same = std::ranges::find(Sens_Def.begin() + 1, Sens_Def.end(), name, &Sensor::name);
   return static_cast<std::size_t>(same - Sens_Def.begin());
 }
 
 /// "map_lst" lines that are in use: an empty one ends the list.
-std::size_t Axis_Lines() {
-  const auto lines = Read_Keys(axis_key);
-  return static_cast<std::size_t>(std::ranges::find(lines, "", &Ini_Value::text) - lines.begin());
+std::vector<Ini_Value> Axes_In_Use(std::string_view bytes) {
+  auto lines = Values_Of_Key(bytes, axis_key);
+  lines.erase(std::ranges::find(lines, "", &Ini_Value::text), lines.end());
+  return lines;
+}
+
+std::string Axis_Of_Definition(std::string_view line) {
+  const Sensor_Row row = Row_Of_Line(line);
+  return Axis_Line(row.sensor, row.columns);
+}
+
+/// @p row counts from 1. An axis that was made by hand stays.
+std::string With_Definition_Replaced(const std::string& bytes, std::size_t row, std::string_view line) {
+  const Sensor_Row old = Row_Of_Line(Values_Of_Key(bytes, sensor_key)[row - 1].text);
+  const auto axes = Axes_In_Use(bytes);
+  std::string changed = With_List_Line(bytes, sensor_key, row, line);
+  if (row > axes.size() || !Is_Computed_Axis(axes[row - 1].text, old.sensor, old.columns)) return changed;
+  return With_List_Line(changed, axis_key, row, Axis_Of_Definition(line));
+}
+
+/// The axes that earlier sensors lack come before the new one's. Axes behind the last sensor, which belong to
+/// none, move on.
+std::string With_Definition_Added(const std::string& bytes, std::string_view line) {
+  const std::size_t row = Values_Of_Key(bytes, sensor_key).size() + 1;
+  std::string changed = With_New_List_Line(bytes, sensor_key, row, line);
+  const auto sensors = Values_Of_Key(changed, sensor_key);
+  for (std::size_t n = std::min(Axes_In_Use(bytes).size() + 1, row); n <= row; ++n) {
+    changed = With_New_List_Line(changed, axis_key, n, Axis_Of_Definition(sensors[n - 1].text));
+  }
+  return changed;
+}
+
+bool Name_Is_Not_Unique(const std::string& name) {
+  return std::ranges::count(Sens_Def.begin() + 1, Sens_Def.end(), name, &Sensor::name) > 1;
+}
+
+bool Is_There_To_The_Letter(std::size_t row, const std::string& line) {
+  return row < Sens_Def.size() && Definition_Line(Draft_Of(Sens_Def[row], Sens_Tab[row])) == line;
+}
+
+/// What the status line says once the file has the sensor.
+std::string Stored_Text(const std::string& name) {
+  const auto row = Row_For(name);
+  const auto axes = Read_Keys(axis_key);
+  const bool by_hand =
+      row <= axes.size() && !Is_Computed_Axis(axes[row - 1].text, Sens_Def[row], Sens_Tab[row]);
+  return "Stored the sensor \"" + name + "\" in " + Ini_File_Name + "." +
+         (by_hand ? " Its load axis was made by hand and stays as it is." : "");
 }
 
 }  // namespace
@@ -133,31 +180,36 @@ std::string Fault_Of(const Sensor_Draft& draft) {
   return {};
 }
 
-bool Store_As_Sensor_Definition(const Sensor_Draft& draft) {
-  if (const std::string fault = Fault_Of(draft); !fault.empty()) {
+std::string With_Sensor(const std::string& bytes, const std::string& line) {
+  const std::string name = Row_Of_Line(line).sensor.name;
+  const auto sensors = Values_Of_Key(bytes, sensor_key);
+  const auto same = std::ranges::find(
+      sensors, name, [](const Ini_Value& sensor) { return Row_Of_Line(sensor.text).sensor.name; });
+  if (same == sensors.end()) return With_Definition_Added(bytes, line);
+  return With_Definition_Replaced(bytes, static_cast<std::size_t>(same - sensors.begin()) + 1, line);
+}
+
+bool Store_As_Sensor_Definition(const Sensor_Draft& draft, const std::string& opened) {
+  const std::string line = Definition_Line(draft);
+  const std::size_t row = Row_For(draft.name);
+  if (Is_There_To_The_Letter(row, line)) return true;
+  std::string fault = Fault_Of(draft);
+  if (fault.empty() && Name_Is_Not_Unique(draft.name)) {
+    fault = "There is more than one sensor \"" + draft.name + "\". Choose another name.";
+  }
+  if (!fault.empty()) {
     Tell(fault, platform::Icon::warning);
     return false;
   }
-  const std::string line = Definition_Line(draft);
-  const std::size_t row = Row_For(draft.name);
-  const bool there = row < Sens_Def.size();
-  if (there && Definition_Line(Draft_Of(Sens_Def[row], Sens_Tab[row])) == line) return true;
-  std::vector<List_Line> lines{{sensor_key, row, line}};
-  const std::size_t axes = Axis_Lines();
-  // A sensor without a "map_lst" line has its axis from its definition; an appended one gets its line.
-  if (!there) {
-    for (std::size_t earlier = axes + 1; earlier < row; ++earlier) {
-      lines.push_back({axis_key, earlier, Axis_Line(Sens_Def[earlier], Sens_Tab[earlier])});
-    }
+  if (row < Sens_Def.size() && draft.name != opened &&
+      !Ask_Yes_No("There is a sensor \"" + draft.name + "\" already. Replace it?", "Sensor settings")) {
+    return false;
   }
-  if (!there || row <= axes) {
-    Add_Sensor(line);  // reads the numbers as the file will give them
-    lines.push_back({axis_key, row, Axis_Line(Sens_Def.back(), Sens_Tab.back())});
-  }
-  Write_List_Lines(lines);
+  const bool kept = Change_Ini([line](const std::string& bytes) { return With_Sensor(bytes, line); });
   Read_Definitions();
   Update_Tabs();
   Update_All();
+  if (kept) Show_Notice(Stored_Text(draft.name));
   return true;
 }
 

@@ -35,10 +35,17 @@ constexpr int longest_sensor_unit = 20;
 /// Why @p draft cannot be a sensor, as a text for the user; empty when it can.
 [[nodiscard]] std::string Fault_Of(const Sensor_Draft& draft);
 
-/// Keeps the sensor in the ini file: in place of the one of that name, else behind the last one. Its load
-/// axis goes along as the "map_lst" line of the same number, and those of earlier sensors that have none
-/// before it. Then the lists are read again and all views are filled. A draft with a fault is told of, and
-/// one that is there already to the letter changes nothing. False when the draft has a fault.
-bool Store_As_Sensor_Definition(const Sensor_Draft& draft);
+/// Text @p bytes of an ini file with the sensor of definition line @p line: in place of the one of that name,
+/// else behind the last one. Its load axis goes along as the "map_lst" line of the same number, together with
+/// those that sensors before it lack; a line in place is rewritten only if it is what the old definition
+/// gave.
+[[nodiscard]] std::string With_Sensor(const std::string& bytes, const std::string& line);
+
+/// Keeps the sensor in the ini file, see With_Sensor. Then the lists are read again, all views are filled,
+/// and the status line says so. A draft with a fault is told of; one that is there already to the letter
+/// changes nothing; a sensor that is there under another name than @p opened, the tune sensor that the draft
+/// was made from (empty for none), is replaced only when the user agrees. False when nothing is stored for
+/// one of these reasons.
+bool Store_As_Sensor_Definition(const Sensor_Draft& draft, const std::string& opened = "");
 
 }  // namespace kx

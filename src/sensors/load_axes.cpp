@@ -10,6 +10,7 @@ namespace kx {
 namespace {
 
 constexpr int counts_a_point = 8;
+constexpr double last_count = 255;
 constexpr std::string_view row_kind = "Tab";
 
 struct Load_Axis {
@@ -115,6 +116,14 @@ std::string Axis_Line(const Sensor& sensor, const Table_Columns& table) {
   for (int i = 1; i <= table_points; ++i)
     line += " " + Format(axis.columns[static_cast<std::size_t>(i)], mask);
   return line;
+}
+
+bool Is_Computed_Axis(std::string_view line, const Sensor& sensor, const Table_Columns& table) {
+  if (line == Axis_Line(sensor, table)) return true;
+  if (sensor.kind != "Linear" || sensor.maximum < last_count) return false;
+  Sensor beyond = sensor;
+  beyond.maximum = last_count + 1;
+  return line == Axis_Line(beyond, table);
 }
 
 std::string Load_Axis_Unit(int row) { return MAP_def[Checked_Row(row)].unit; }

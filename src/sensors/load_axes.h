@@ -30,6 +30,10 @@ std::vector<Ini_Fault> Read_Load_Axes(const std::vector<Ini_Value>& lines);
 /// the unit becomes one that does not part words.
 [[nodiscard]] std::string Axis_Line(const Sensor& sensor, const Table_Columns& table);
 
+/// True when @p line is what Axis_Line gives for that sensor, or differs from it only in the last point,
+/// which may run on beyond the scale to raw 256. Any other line has been made by hand.
+[[nodiscard]] bool Is_Computed_Axis(std::string_view line, const Sensor& sensor, const Table_Columns& table);
+
 /// Unit of row @p row; row -1 (no sensor) stands for row 0, here and below. Throws Failure "Subscript out of
 /// range" for a row that is not there.
 [[nodiscard]] std::string Load_Axis_Unit(int row);

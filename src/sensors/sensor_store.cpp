@@ -58,22 +58,28 @@ std::array<int, 5> Sensor_Selection{-1, 0, 0, 0, 0};
 
 int Sensor_On_Input(int input) {
   if (input < 0 || input >= static_cast<int>(Sensor_Selection.size())) Fail_Subscript();
-  return Sensor_Selection[static_cast<std::size_t>(input)];
+  const int chosen = Sensor_Selection[static_cast<std::size_t>(input)];
+  return chosen < static_cast<int>(Sens_Def.size()) ? chosen : 0;
+}
+
+Sensor_Row Row_Of_Line(std::string_view line) {
+  const std::string ended = std::string(line) + Crlf();
+  Sensor_Row row;
+  row.sensor.name = Extract_Data(ended, 1);
+  row.sensor.kind = Extract_Data(ended, 2);
+  const bool linear = row.sensor.kind == "Linear";
+  const bool table = row.sensor.kind == "Tab";
+  if (linear) Take_Linear(ended, row.sensor, row.columns);
+  if (table) Take_Table(ended, row.sensor, row.columns);
+  row.known = linear || table;
+  return row;
 }
 
 bool Add_Sensor(std::string_view line) {
-  const std::string ended = std::string(line) + Crlf();
-  Sensor sensor;
-  sensor.name = Extract_Data(ended, 1);
-  sensor.kind = Extract_Data(ended, 2);
-  Table_Columns columns{};
-  const bool linear = sensor.kind == "Linear";
-  const bool table = sensor.kind == "Tab";
-  if (linear) Take_Linear(ended, sensor, columns);
-  if (table) Take_Table(ended, sensor, columns);
-  Sens_Def.push_back(sensor);
-  Sens_Tab.push_back(columns);
-  return linear || table;
+  const Sensor_Row row = Row_Of_Line(line);
+  Sens_Def.push_back(row.sensor);
+  Sens_Tab.push_back(row.columns);
+  return row.known;
 }
 
 std::string Sensor_Name(int sensor) { return sensor == -1 ? "" : Sens_Def[Checked_Row(sensor)].name; }

@@ -32,13 +32,23 @@ struct Sensor {
 extern std::vector<Sensor> Sens_Def;
 extern std::vector<Table_Columns> Sens_Tab;
 
-/// Sensor on analog input 1 to 4; entry 0 is -1. Written by Init_ini_file and the sensor editor.
+/// Sensor chosen for analog input 1 to 4; entry 0 is -1. A choice stays when the file loses its sensor.
+/// Written by Init_ini_file and the sensor editor.
 extern std::array<int, 5> Sensor_Selection;
 
-/// Sensor on analog input @p input, that is list index + 1; 0 (nothing chosen in the list) gives -1.
+/// Sensor on analog input @p input, that is list index + 1; 0 (nothing chosen in the list) gives -1. While
+/// the chosen sensor is not in the list it is 0, the built-in row.
 [[nodiscard]] int Sensor_On_Input(int input);
 
-/// Adds a row from a definition line. Of a line of unknown kind only name and kind are taken; false then.
+/// One definition line, taken apart.
+struct Sensor_Row {
+  Sensor sensor;
+  Table_Columns columns{};
+  bool known = false;  ///< false: of a line of unknown kind only name and kind are taken
+};
+[[nodiscard]] Sensor_Row Row_Of_Line(std::string_view line);
+
+/// Adds a row from a definition line. False for a line of unknown kind.
 bool Add_Sensor(std::string_view line);
 
 /// Empty for -1.

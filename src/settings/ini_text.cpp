@@ -1,6 +1,7 @@
 #include "settings/ini_text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <optional>
 
@@ -9,8 +10,8 @@
 namespace kx {
 namespace {
 
-constexpr std::string_view pound_utf8 = "\xC2\xA3";
-constexpr std::string_view pound_1252 = "\xA3";
+/// Keys whose lines are definitions: a file that had some and has none is no file to rely on.
+constexpr std::array<std::string_view, 3> definition_keys{"Sens_Def", "map_lst", "preset_list"};
 
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
@@ -24,14 +25,6 @@ std::optional<std::string_view> Value_Of(std::string_view line, std::string_view
   if (end == std::string_view::npos) end = line.find(']');
   if (end == std::string_view::npos || !Same_Key(line.substr(0, end), key)) return {};
   return line.substr(end + 1);
-}
-
-std::string Text_Of_Value(std::string_view value) {
-  std::string bytes(value);
-  for (std::size_t at = 0; (at = bytes.find(pound_utf8, at)) != std::string::npos; ++at) {
-    bytes.replace(at, pound_utf8.size(), pound_1252);
-  }
-  return From_Windows_1252(bytes);
 }
 
 /// A value has to stay on its line and within the text.
@@ -58,6 +51,30 @@ bool Is_Written_Key(std::string_view line, std::string_view key) {
   return end != std::string_view::npos && Same_Key(line.substr(0, end), key);
 }
 
+std::string Written_Line(std::string_view key, std::string_view value) {
+  return std::string(key) + "=" + Bytes_Of_Value(value);
+}
+
+bool Open_End(std::string_view text) { return !text.empty() && text.back() != '\n' && text.back() != '\r'; }
+
+/// Where the @p occurrence-th line with @p key begins or, when there is none, where it belongs.
+struct Place {
+  std::size_t at;
+  bool there;
+};
+Place Place_Of(std::string_view bytes, std::string_view key, std::size_t occurrence) {
+  const std::string_view text = Before_End_Of_Text(bytes);
+  std::size_t behind_last = text.size();
+  for (std::size_t at = 0; at < text.size();) {
+    const Line line = First_Line(text.substr(at));
+    const bool match = Value_Of(line.text, key).has_value();
+    if (match && --occurrence == 0) return {at, true};
+    at += line.length;
+    if (match) behind_last = at;
+  }
+  return {behind_last, false};
+}
+
 }  // namespace
 
 std::vector<Ini_Value> Values_Of_Key(std::string_view bytes, std::string_view key) {
@@ -65,7 +82,7 @@ std::vector<Ini_Value> Values_Of_Key(std::string_view bytes, std::string_view ke
   int number = 0;
   for (const std::string_view line : Lines_Of(Before_End_Of_Text(bytes))) {
     ++number;
-    if (const auto value = Value_Of(line, key)) values.push_back({Text_Of_Value(*value), number});
+    if (const auto value = Value_Of(line, key)) values.push_back({From_Windows_1252(*value), number});
   }
   return values;
 }
@@ -79,14 +96,14 @@ std::map<int, std::string> Values_By_Number(std::string_view bytes, std::string_
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     if (error != std::errc() || end != digits.data() + digits.size()) continue;
     const auto value = Value_Of(line, std::string(key) + std::to_string(number));
-    if (value) values.emplace(number, Text_Of_Value(*value));
+    if (value) values.emplace(number, From_Windows_1252(*value));
   }
   return values;
 }
 
 std::string With_Key(std::string_view bytes, std::string_view key, std::string_view value) {
   const std::string_view text = Before_End_Of_Text(bytes);
-  const std::string new_line = std::string(key) + "=" + Bytes_Of_Value(value);
+  const std::string new_line = Written_Line(key, value);
   std::string result;
   bool found = false;
   for (std::string_view rest = text; !rest.empty();) {
@@ -98,30 +115,39 @@ std::string With_Key(std::string_view bytes, std::string_view key, std::string_v
     rest.remove_prefix(line.length);
   }
   if (!found) {
-    if (!result.empty() && result.back() != '\n' && result.back() != '\r') result += Crlf();
+    if (Open_End(result)) result += Crlf();
     result += new_line + Crlf();
   }
   return result.append(bytes.substr(text.size()));
 }
 
-std::string With_List_Line(std::string_view bytes, const List_Line& line) {
-  const std::string_view text = Before_End_Of_Text(bytes);
-  const std::string new_line = line.key + "=" + Bytes_Of_Value(line.value);
-  std::size_t occurrence = 0;
-  std::size_t behind_last = text.size();
-  for (std::size_t at = 0; at < text.size();) {
-    const Line old = First_Line(text.substr(at));
-    if (Value_Of(old.text, line.key)) {
-      if (++occurrence == line.occurrence) {
-        return std::string(bytes.substr(0, at)) + new_line + std::string(bytes.substr(at + old.text.size()));
-      }
-      behind_last = at + old.length;
-    }
-    at += old.length;
-  }
-  std::string result(bytes.substr(0, behind_last));
-  if (!result.empty() && result.back() != '\n' && result.back() != '\r') result += Crlf();
-  return result + new_line + Crlf() + std::string(bytes.substr(behind_last));
+std::string With_List_Line(std::string_view bytes, std::string_view key, std::size_t occurrence,
+                           std::string_view value) {
+  const Place place = Place_Of(bytes, key, occurrence);
+  if (!place.there) return std::string(bytes);
+  return std::string(bytes.substr(0, place.at)) + Written_Line(key, value) +
+         std::string(bytes.substr(place.at + First_Line(bytes.substr(place.at)).text.size()));
+}
+
+std::string With_New_List_Line(std::string_view bytes, std::string_view key, std::size_t occurrence,
+                               std::string_view value) {
+  const std::size_t at = Place_Of(bytes, key, occurrence).at;
+  std::string result(bytes.substr(0, at));
+  if (Open_End(result)) result += Crlf();
+  return result + Written_Line(key, value) + Crlf() + std::string(bytes.substr(at));
+}
+
+bool Looks_Half_Written(std::string_view bytes, std::string_view before) {
+  if (bytes == before) return false;
+  const bool cut = Open_End(Before_End_Of_Text(bytes)) && !Open_End(Before_End_Of_Text(before));
+  const auto last_line = static_cast<int>(Lines_Of(Before_End_Of_Text(bytes)).size());
+  return std::ranges::any_of(definition_keys, [&](std::string_view key) {
+    const auto were = Values_Of_Key(before, key);
+    const auto are = Values_Of_Key(bytes, key);
+    if (are.size() < were.size()) return cut || are.empty();
+    if (!cut || are.empty() || are.size() > were.size() || are.back().line != last_line) return false;
+    return are.back().text != were.back().text && were.back().text.starts_with(are.back().text);
+  });
 }
 
 }  // namespace kx

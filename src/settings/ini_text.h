@@ -9,8 +9,8 @@
 ///
 /// A line is "key=value", or a line with "]" and no "=", whose key ends at the bracket, or anything else,
 /// which is a remark. Keys are compared without case; a key that occurs several times is a list in file
-/// order. Texts here are UTF-8; the file is Windows-1252 with CR LF, where LF and CR alone and a UTF-8 pound
-/// sign are accepted on reading, and byte 1A ends the text.
+/// order. Texts here are UTF-8; the file is Windows-1252 with CR LF, where LF and CR alone are accepted on
+/// reading, and byte 1A ends the text.
 namespace kx {
 
 struct Ini_Value {
@@ -34,14 +34,19 @@ struct Ini_Fault {
 /// File text @p bytes with every "key=" line set to @p value, or with such a line at the end of the text.
 [[nodiscard]] std::string With_Key(std::string_view bytes, std::string_view key, std::string_view value);
 
-/// One line of a list: the @p occurrence-th (from 1) of all lines with @p key.
-struct List_Line {
-  std::string key;
-  std::size_t occurrence;
-  std::string value;
-};
+/// File text @p bytes with @p value in the @p occurrence-th (from 1) of all lines with @p key; unchanged when
+/// there are fewer.
+[[nodiscard]] std::string With_List_Line(std::string_view bytes, std::string_view key, std::size_t occurrence,
+                                         std::string_view value);
 
-/// The same with the line of a list, which has the place of its occurrence or follows the last one.
-[[nodiscard]] std::string With_List_Line(std::string_view bytes, const List_Line& line);
+/// File text @p bytes with one line more, which becomes the @p occurrence-th of @p key: before the one that
+/// was, else behind the last one, else at the end of the text.
+[[nodiscard]] std::string With_New_List_Line(std::string_view bytes, std::string_view key,
+                                             std::size_t occurrence, std::string_view value);
+
+/// True when @p bytes, read from a file that held @p before, seem to be the head of a file that another
+/// program is writing: all lines of a list are gone, or lines are gone and the last one has no end, or the
+/// last one has lost its tail.
+[[nodiscard]] bool Looks_Half_Written(std::string_view bytes, std::string_view before);
 
 }  // namespace kx

@@ -73,8 +73,10 @@ std::vector<Preset> Preset_List{Placeholder()};
 int User_Preset = 0;
 
 Preset Parse_Preset(std::string_view line) {
+  // An editor that saves UTF-8 makes two characters of the closing one.
+  const char* end = line.ends_with("Â£") ? "Â£" : "£";
   return {Get_Between(line, "<", ">"), Get_Between(line, "", "<"), Get_Between(line, ">", "$"),
-          Get_Between(line, "$", "!"), Get_Between(line, "!", "£")};
+          Get_Between(line, "$", "!"), Get_Between(line, "!", end)};
 }
 
 std::vector<Ini_Fault> Read_Presets(const std::vector<Ini_Value>& lines) {

@@ -44,6 +44,7 @@ constexpr int value_column = 2;
 constexpr int counts_a_point = 8;
 constexpr double full_scale = 256;   ///< raw count that the last value stands at
 constexpr int assumed_decimals = 2;  ///< while the box of the decimals holds no number
+constexpr int most_shown = 2;        ///< decimals in the grid, and those of a step
 constexpr const char* log_only_kind = "Linear2c";
 
 using Values = std::array<std::string, table_points>;
@@ -53,6 +54,8 @@ struct State {
   Editing editing = Editing::nothing;
   Values values;
   std::optional<Log_Sensor> only_viewed;  ///< of a kind that has a curve but cannot be edited
+  std::string opened;                     ///< name of the tune sensor that is edited; empty for none
+  std::string shown_line;                 ///< definition line before the first edit
 };
 State state;
 
@@ -72,17 +75,12 @@ int Decimals() {
   return static_cast<int>(Whole_Decimals(number.value_or(assumed_decimals)));
 }
 
-/// Never fewer decimals than a step has.
-std::string Value_Mask() {
-  if (Decimals() <= 1) return "00.0";
-  return Decimals_Mask(Decimals());
-}
+std::string Value_Mask() { return Decimals() < most_shown ? "00.0" : "0.00"; }
 
-std::string Unit_Title() {
-  return txt_SensorUnit.Text().empty() ? "Value" : "[" + txt_SensorUnit.Text() + "]";
-}
+std::string Unit_Title() { return "[" + txt_SensorUnit.Text() + "]"; }
 
-double Step() { return std::pow(10.0, -Decimals()); }
+/// Never so small that the grid does not show it.
+double Step() { return std::pow(10.0, -std::min(Decimals(), most_shown)); }
 
 Sensor_Draft Draft() {
   Sensor_Draft draft;
@@ -135,7 +133,7 @@ void Fill_Grid() {
 /// The curve of the values behind Sensor_grid.
 void Show_In_Diagram() {
   Sensor_chart = {};
-  Sensor_chart.axis_title = "Input [%]";
+  Sensor_chart.axis_title = "[%]";
   Sensor_chart.value_title = Unit_Title();
   Sensor_chart.current = Sensor_grid.Row();
   if (state.editing == Editing::nothing && !state.only_viewed) return;
@@ -160,11 +158,12 @@ void Follow() {
   Tell_Form();
 }
 
-void Edit(Editing kind, const Sensor_Draft& draft) {
-  state = {kind, draft.values, {}};
+void Edit(Editing kind, const Sensor_Draft& draft, const std::string& opened = "") {
+  state = {kind, draft.values, {}, opened, {}};
   for (const Box& box : boxes) box.text->Set(draft.*box.field);
   Sensor_grid.Select(1, 1);
   Follow();
+  state.shown_line = txt_Sensor_Def.Text();
 }
 
 void Edit_Empty(Editing kind) {
@@ -214,13 +213,22 @@ void Edit_Values(const std::function<double(double value, int distance)>& edit) 
   Each_Selected(Sensor_grid, 1, [&](int row, int distance) {
     std::string& text = values[static_cast<std::size_t>(row - 1)];
     const double value = edit(Val_Any(text), distance);
-    if (!std::isfinite(value)) Fail_Overflow();
+    if (!std::isfinite(value))
+      throw Failure("The value in row " + std::to_string(row) + " becomes too large.");
     text = Number_Text(value);
   });
   state.values = values;
   Fresh_Cell = true;
   Follow();
 }
+
+/// Tells why the try-out has no result.
+std::string Refused(const std::string& reason) {
+  Tell(reason);
+  return {};
+}
+
+std::string In_Unit(const std::string& unit) { return unit.empty() ? "" : " in " + unit; }
 
 void Move_Values(int sign) {
   Edit_Values([sign](double value, int) { return Moved_Value(value, Step(), sign); });
@@ -246,9 +254,10 @@ std::vector<std::string> Sensor_Names(Sensor_List list) {
 
 void AN_Combo_Click(int input, int sensor) {
   if (sensor < 0 || sensor >= static_cast<int>(Sens_Def.size())) Fail_Subscript();
-  if (Sensor_On_Input(input) == sensor) return;
+  const bool changes = Sensor_On_Input(input) != sensor;
   Sensor_Selection[static_cast<std::size_t>(input)] = sensor;
-  Write_Key("an_sel" + std::to_string(input), std::to_string(sensor));
+  Write_Key("an_sel" + std::to_string(input), std::to_string(sensor));  // the file may have another one
+  if (!changes) return;
   Update_Tabs();
   Update_All();
 }
@@ -257,8 +266,9 @@ void EditSensor_Combo_Click(Sensor_List list, int index) {
   const auto found = Find(list, index);
   if (!found) return Edit(Editing::nothing, {});
   const Sensor_Draft draft = Draft_Of(found->sensor, found->table);
-  if (found->sensor.kind == "Linear") return Edit(Editing::linear, draft);
-  if (found->sensor.kind == "Tab") return Edit(Editing::table, draft);
+  const std::string opened = list == Sensor_List::tune ? draft.name : "";
+  if (found->sensor.kind == "Linear") return Edit(Editing::linear, draft, opened);
+  if (found->sensor.kind == "Tab") return Edit(Editing::table, draft, opened);
   Edit(Editing::nothing, draft);
   if (list != Sensor_List::log || found->sensor.kind != log_only_kind) return;
   state.only_viewed = *Find_Log_Sensor(index);
@@ -271,22 +281,37 @@ void cmd_AddLinearSensor_Click() { Edit_Empty(Editing::linear); }
 void cmd_AddValueSensor_Click() { Edit_Empty(Editing::table); }
 
 bool cmd_Add_sensor_Click() {
-  return state.editing != Editing::nothing && Store_As_Sensor_Definition(Draft());
+  if (state.editing == Editing::nothing || !Store_As_Sensor_Definition(Draft(), state.opened)) return false;
+  state.opened = txt_SensorName.Text();
+  state.shown_line = txt_Sensor_Def.Text();
+  return true;
 }
 
+bool cmd_OK_Click() { return txt_Sensor_Def.Text() == state.shown_line || cmd_Add_sensor_Click(); }
+
 std::string Try_Forward(Sensor_List list, int index, const std::string& raw) {
-  double number = Required_Number(raw);
+  const auto typed = Whole_Number_Text(raw);
+  if (!typed) return Refused("Type the raw number of the input, 0 to 255.");
+  double number = *typed;
   if (list == Sensor_List::tune) return Format(Forward_Sensor_Calc(index, number), "");
   const Log_Sensor* log = Find_Log_Sensor(index);
   return log ? Format(Log_Sensor_Value(*log, number), "") : "";
 }
 
 std::string Try_Reversed(Sensor_List list, int index, const std::string& value) {
-  const double number = Required_Number(value);
   const auto found = Find(list, index);
   if (!found) return {};
-  const auto raw = Raw_Of_Value(found->sensor, found->table, number);
-  return raw ? std::to_string(*raw) : "";
+  const auto typed = Whole_Number_Text(value);
+  if (!typed) return Refused("Type a value" + In_Unit(found->sensor.unit) + ", as 1.5.");
+  if (found->sensor.kind == "Linear" && found->sensor.gain == 0) {
+    return Refused("With a gain of 0 no value leads back to a raw number.");
+  }
+  try {
+    const auto raw = Raw_Of_Value(found->sensor, found->table, *typed);
+    return raw ? std::to_string(*raw) : "";
+  } catch (const Failure&) {
+    return Refused("This value is too far from all that the sensor gives.");
+  }
 }
 
 void Sensor_Box_Typed() { Follow(); }
@@ -321,8 +346,9 @@ void Sensor_steep_Click() { Slope_Values(1); }
 void Sensor_flat_Click() { Slope_Values(-1); }
 
 void Sensor_set_table_Click() {
-  const double value = Required_Number(Sensor_set_table_text.Text());
-  Edit_Values([value](double, int) { return value; });
+  const auto value = Whole_Number_Text(Sensor_set_table_text.Text());
+  if (!value) return Tell("not a number");
+  Edit_Values([value](double, int) { return *value; });
 }
 
 void Sensor_scale_table_Click() {

@@ -48,7 +48,7 @@ inline constexpr const char* first_sensor_name = "MySensor";
 [[nodiscard]] std::vector<std::string> Sensor_Names(Sensor_List list);
 
 /// "AN_Combo": @p sensor, a list index, is the sensor on analog input @p input, 1 to 4, from now on. Kept as
-/// "an_sel" + input; all axes, units and texts follow.
+/// "an_sel" + input, also when the program had it so but the file had not; axes, units and texts follow.
 void AN_Combo_Click(int input, int sensor);
 
 /// "EditSensor_Combo": shows sensor @p index of @p list in the editing boxes. One of a kind that cannot be
@@ -63,8 +63,12 @@ void cmd_AddValueSensor_Click();
 /// was stored.
 bool cmd_Add_sensor_Click();
 
+/// The same when something has been edited: what was only looked at is left alone. True when nothing is left
+/// to be stored and the form may close.
+bool cmd_OK_Click();
+
 /// The try-out: value of a raw number, raw number of a value, as text; empty for a sensor that converts
-/// nothing. Throws as the conversions do.
+/// nothing. What cannot be converted is told of.
 [[nodiscard]] std::string Try_Forward(Sensor_List list, int index, const std::string& raw);
 [[nodiscard]] std::string Try_Reversed(Sensor_List list, int index, const std::string& value);
 

@@ -39,7 +39,7 @@ Outcome Take_Tune(const Setting_File& file, const std::string& full_name) {
     txt_File_Description.Set(file.description);
   });
   if (!Dataset_Accepted("File", CardByte[map::dataset])) return Outcome::refused;
-  Write_Key(directory_key, card_data_dir);
+  Remember_Key(directory_key, card_data_dir);
   before.Taken();
   return Outcome::taken;
 }
@@ -93,7 +93,7 @@ void Save() {
   if (card_data_file.empty()) return;
   Show_Notice("");
   Set_Title(card_data_file);
-  Write_Key(directory_key, card_data_dir);
+  Remember_Key(directory_key, card_data_dir);
   Stamp_Image();
   const std::string bytes = Print_Setting_File(CardByte, txt_File_Description.Text());
   std::string replaced;

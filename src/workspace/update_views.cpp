@@ -172,7 +172,7 @@ void Shown_Tab_Changed() {
 }
 
 void Communication_Tab_Changed(int tab) {
-  Write_Key(communication_key, tab == communication_tab::card ? card_communication : box_communication);
+  Remember_Key(communication_key, tab == communication_tab::card ? card_communication : box_communication);
 }
 
 int Communication_Tab() {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
 #include <QImage>
 #include <QLabel>
@@ -8,9 +9,11 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -52,6 +55,10 @@ class Second_Form : public Form_Fixture {
   void Type(const char* box, const char* text) {
     In<QLineEdit>(box)->selectAll();
     QTest::keyClicks(In<QLineEdit>(box), text);
+  }
+  void Paste(const char* box, const QString& text) {
+    In<QLineEdit>(box)->setText(text);
+    emit In<QLineEdit>(box)->textEdited(text);
   }
   void Choose(const char* list, const char* name) {
     auto* combo = In<QComboBox>(list);
@@ -173,6 +180,7 @@ TEST_F(Map_Form, Exports_What_It_Shows) {
   EXPECT_EQ(QString::fromStdString(text).remove('\r').toStdString(), Data());
   EXPECT_EQ(ask_.last_question.name, "New1_kxs");
   EXPECT_EQ(ask_.last_question.filter, "3D-map image (*.bmp)|*.bmp|As text file (*.csv)|*.csv");
+  EXPECT_EQ(In<QLabel>("map_notice")->text().toStdString(), "Saved " + folder() + "map.csv");
   Expect_Save_Name(folder() + "map.BMP");
   Press("Export_Image");
   const QImage picture(QString::fromStdString(folder() + "map.BMP"), "BMP");
@@ -180,11 +188,44 @@ TEST_F(Map_Form, Exports_What_It_Shows) {
   Expect_Save_Name(folder() + "map.png");
   Expect_Box("A map is exported to a name that ends in .bmp or .csv");
   Press("Export_Image");
+  QApplication::clipboard()->setText("the user's");
   Expect_Save_Name("/nowhere/map.csv");
   ask_.Expect("/nowhere/map.csv: No such file or directory");
   Press("Export_Image");
   ask_.Expect_Name("Save As", std::nullopt);
   Press("Export_Image");
+  EXPECT_EQ(QApplication::clipboard()->text(), "the user's") << "nothing was exported";
+}
+
+TEST_F(Map_Form, Keeps_Its_Place_In_The_Numbers_And_Its_Titles_At_Every_Angle) {
+  Press("cmd_ShowData");
+  auto* numbers = In<QPlainTextEdit>("Text1");
+  numbers->setFixedHeight(150);
+  QApplication::processEvents();
+  numbers->verticalScrollBar()->setValue(4);
+  ASSERT_EQ(numbers->verticalScrollBar()->value(), 4);
+  numbers->horizontalScrollBar()->setValue(50);
+  ASSERT_EQ(numbers->horizontalScrollBar()->value(), 50);
+  CardByte[map::fuel_load.first] = static_cast<std::uint8_t>(CardByte[map::fuel_load.first] + 20);
+  Update_All();
+  EXPECT_EQ(numbers->verticalScrollBar()->value(), 4);
+  EXPECT_EQ(numbers->horizontalScrollBar()->value(), 50);
+  Press("cmd_DrawGraph");
+  for (const QSize size : {QSize(800, 600), QSize(360, 300)}) {
+    chart_->setFixedSize(size);
+    for (int rotation = 0; rotation < 360; rotation += 20) {
+      for (int elevation = 0; elevation <= 90; elevation += 30) {
+        chart_->Set_View({static_cast<double>(rotation), static_cast<double>(elevation), 1});
+        QStringList titles;
+        for (const Painted_Label& label : chart_->Labels()) {
+          if (!QRectF(chart_->rect()).contains(label.place)) continue;
+          if (label.text.contains('[') || label.text == "RPM") titles += label.text;
+        }
+        titles.sort();
+        EXPECT_EQ(titles.join(", "), "Fuel [ms], Load [bar], RPM") << rotation << " " << elevation;
+      }
+    }
+  }
 }
 
 class Sensor_Form : public Second_Form {
@@ -223,8 +264,97 @@ TEST_F(Sensor_Form, Defines_A_Sensor_And_Hangs_It_On_An_Input) {
   Choose(("AN_Combo(" + std::to_string(input) + ")").c_str(), "MySensor");
   EXPECT_EQ(Sensor_Name(Sensor_On_Input(input)), "MySensor");
   EXPECT_NE(Find<QLabel>("H_IA_Temp_label")->text(), before);
+  EXPECT_EQ(In<QLabel>("editor_notice")->text(), "Stored the sensor \"MySensor\" in KXBenchPro.ini.");
   Press("cmd_OK");
   EXPECT_FALSE(second_->isVisible());
+}
+
+TEST_F(Sensor_Form, Bad_Input_Is_Told_Of_Stays_On_The_Form_And_Changes_No_File) {
+  const std::string before = Read("KXBenchPro.ini");
+  Press("cmd_AddLinearSensor");
+  const auto fill = [this](const char* box, const QString& text) { Paste(box, text); };
+  for (const auto& [box, text] : {std::pair{"txt_SensorGain", "1"},
+                                  {"txt_SensorOffset", "0"},
+                                  {"txt_SensorMin", "0"},
+                                  {"txt_SensorMax", "255"},
+                                  {"txt_SensorUnit", "V"},
+                                  {"txt_SensorInUnit", "V"},
+                                  {"txt_SensorDecimals", "0"}}) {
+    fill(box, text);
+  }
+  struct Row {
+    const char* box;
+    QString bad;
+    const char* reason;
+    QString good;
+  };
+  const char* parts =
+      "The name has a TAB, a line end or a semicolon in it, which part the fields of the file.";
+  const char* decimals = "Decimals are a whole number from 0 to 4.";
+  for (const Row& row :
+       {Row{"txt_SensorName", "a\tb", parts, "a"},
+        {"txt_SensorName", "a;b", parts, "a"},
+        {"txt_SensorName", "", "The sensor has no name.", "a"},
+        {"txt_SensorName", QString(300, 'x'), "The name has more than 60 characters.", "a"},
+        {"txt_SensorName", "Ω", "The name has a character that the settings file cannot hold.", "a"},
+        {"txt_SensorGain", "0", "A sensor gain of 0 gives one value for every input.", "1"},
+        {"txt_SensorDecimals", "-1", decimals, "0"},
+        {"txt_SensorDecimals", "99", decimals, "0"},
+        {"txt_SensorDecimals", "x", decimals, "0"}}) {
+    fill(row.box, row.bad);
+    Expect_Box(row.reason);
+    Press("cmd_OK");
+    EXPECT_TRUE(second_->isVisible()) << row.reason;
+    EXPECT_EQ(In<QLineEdit>(row.box)->text(), row.bad) << "what was typed stays";
+    fill(row.box, row.good);
+  }
+  EXPECT_EQ(Read("KXBenchPro.ini"), before);
+  fill("txt_SensorName", "é=ß]€");
+  Press("cmd_Add_sensor");
+  EXPECT_THAT(Read("KXBenchPro.ini"),
+              HasSubstr("\r\nSens_Def=\xE9=\xDF]\x80\tLinear\t1\t0\t0\t255\tV\t0\tV\r\n"));
+  EXPECT_EQ(In<QComboBox>("EditSensor_Combo")->currentText(), "é=ß]€");
+}
+
+TEST_F(Sensor_Form, Flat_And_Falling_Values_Are_Sensors_And_A_Protected_File_Keeps_Them_For_The_Run) {
+  Press("cmd_AddValueSensor");
+  Paste("txt_SensorName", "flat");
+  Paste("txt_SensorDecimals", "1");
+  auto* grid = In<Table_Grid>("Sensor_grid");
+  QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                    grid->visualRect(grid->model()->index(0, 0)).center());
+  QTest::keyClick(grid, Qt::Key_End, Qt::ShiftModifier);
+  Paste("set_table_text", "7");
+  Press("set_table");
+  Press("cmd_Add_sensor");
+  EXPECT_EQ(Sens_Tab.back()[33], 7);
+  std::filesystem::permissions(folder() + "KXBenchPro.ini", std::filesystem::perms(0444));
+  const std::string before = Read("KXBenchPro.ini");
+  Paste("txt_SensorName", "falling");
+  Press("flat");
+  for (int i = 0; i < 2; ++i) {
+    Expect_Box(
+        "The settings of the program cannot be saved.\n" + folder() +
+        "KXBenchPro.ini: the file is write protected\nThe program goes on and tries again with the next "
+        "setting that changes.");
+    Press("cmd_Add_sensor");
+    EXPECT_EQ(Sens_Def.back().name, "falling");
+    EXPECT_EQ(Sens_Def.size(), 11U) << "the same one the second time";
+    Press("flat");
+  }
+  EXPECT_EQ(Read("KXBenchPro.ini"), before);
+}
+
+TEST_F(Sensor_Form, The_Sensor_On_View_Is_Followed_When_The_File_Moves_It) {
+  Choose("EditSensor_Combo", "Wide-band lambda");
+  std::string text = Read("KXBenchPro.ini");
+  const std::size_t line = text.find("Sens_Def=MAP 4 bar");
+  text.erase(line, text.find('\n', line) + 1 - line);
+  Write_File("KXBenchPro.ini", text);
+  QEvent activated(QEvent::WindowActivate);
+  QApplication::sendEvent(second_, &activated);
+  EXPECT_EQ(In<QComboBox>("EditSensor_Combo")->currentText(), "Wide-band lambda");
+  EXPECT_EQ(In<QComboBox>("EditSensor_Combo")->currentIndex(), 5);
 }
 
 TEST_F(Sensor_Form, Undo_Stays_With_What_Is_Typed) {

@@ -14,7 +14,6 @@ namespace kx {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 Sensor_Draft Straight(const std::string& name) {
@@ -79,18 +78,71 @@ TEST_F(Definition_Store, A_New_Sensor_Goes_Behind_The_Last_With_Its_Axis_And_Tho
 }
 
 TEST_F(Definition_Store, A_Sensor_Of_The_Same_Name_Is_Replaced_And_Its_Axis_Follows) {
+  const Sensor_Row one = Row_Of_Line("one\tLinear\t1\t0\t0\t255\tV\t0\tV");
   Start(
       "Sens_Def=one\tLinear\t1\t0\t0\t255\tV\t0\tV\r\nSens_Def=two\tLinear\t2\t0\t0\t255\tV\t0\tV\r\n"
-      "map_lst=V 0 1\r\nmap_lst=V 0 2\r\nmap_lst=own 0 3\r\n");
-  EXPECT_TRUE(Store_As_Sensor_Definition(Curve_Of("one", 0, 0.25)));
+      "map_lst=" +
+      Axis_Line(one.sensor, one.columns) + "\r\nmap_lst=V 0 2\r\nmap_lst=own 0 3\r\n");
+  EXPECT_TRUE(Store_As_Sensor_Definition(Curve_Of("one", 0, 0.25), "one"));
   ASSERT_EQ(Sens_Def.size(), 3U);
   EXPECT_EQ(Sens_Def[1].kind, "Tab");
   EXPECT_EQ(Sens_Tab[1][33], 8);
   EXPECT_EQ(Load_Axis_Text(1, 33), "8.0");
   EXPECT_THAT(Lines(), HasSubstr("\r\nmap_lst=V 0 2\r\nmap_lst=own 0 3\r\n"));
-  // A third sensor takes the third axis over: it is the one that would show for it.
+  EXPECT_EQ(notice_text.Text(), "Stored the sensor \"one\" in KXBenchPro.ini.");
+  EXPECT_TRUE(Store_As_Sensor_Definition(Straight("two"), "two"));
+  EXPECT_EQ(Sens_Def[2].unit, "bar");
+  EXPECT_EQ(Load_Axis_Unit(2), "V") << "made by hand";
+  EXPECT_THAT(notice_text.Text(), HasSubstr("Its load axis was made by hand and stays as it is."));
   EXPECT_TRUE(Store_As_Sensor_Definition(Straight("three")));
-  EXPECT_THAT(Lines(), Not(HasSubstr("own")));
+  EXPECT_EQ(Load_Axis_Unit(3), "bar") << "not the one that belonged to no sensor";
+  EXPECT_EQ(Load_Axis_Unit(4), "own") << "which stays";
+}
+
+TEST_F(Definition_Store, Only_The_Sensor_That_Was_Opened_Is_Replaced_Without_A_Question) {
+  const std::string one = "Sens_Def=one\tLinear\t1\t0\t0\t255\tV\t0\tV\r\n";
+  Start(one);
+  for (const char* opened : {"", "another"}) {
+    ask_.Expect("There is a sensor \"one\" already. Replace it?", platform::Answer::no);
+    EXPECT_FALSE(Store_As_Sensor_Definition(Straight("one"), opened));
+    EXPECT_EQ(Lines(), one);
+  }
+  ask_.Expect("There is a sensor \"one\" already. Replace it?", platform::Answer::yes);
+  EXPECT_TRUE(Store_As_Sensor_Definition(Straight("one")));
+  EXPECT_EQ(Sens_Def[1].gain, 0.5);
+  Write_Ini(Ini() + one + one);
+  Read_Definitions();
+  const std::string before = Ini();
+  ask_.Expect("There is more than one sensor \"one\". Choose another name.");
+  EXPECT_FALSE(Store_As_Sensor_Definition(Curve_Of("one", 1, 1), "one")) << "which of them was opened?";
+  EXPECT_EQ(Ini(), before);
+}
+
+TEST_F(Definition_Store, Axes_Go_Where_They_Show_For_Their_Sensors) {
+  const std::string sensors =
+      "Sens_Def=one\tLinear\t1\t0\t0\t255\tV\t0\tV\r\nSens_Def=two\tLinear\t2\t0\t0\t255\tbar\t0\tV\r\n";
+  const std::string three = Definition_Line(Straight("three"));
+  const auto heads = [](const std::string& text) {
+    std::string all;
+    for (const Ini_Value& axis : Values_Of_Key(text, "map_lst")) all += axis.text.substr(0, 8) + "|";
+    return all;
+  };
+  EXPECT_EQ(heads(With_Sensor(sensors, three)), "V 0 0 8 |bar 0 0 |bar 1 -1|");
+  EXPECT_EQ(heads(With_Sensor(sensors + "map_lst=own 0 9 9\r\nmap_lst=\r\nmap_lst=V 0 1 2 3\r\n", three)),
+            "own 0 9 |bar 0 0 |bar 1 -1||V 0 1 2 |")
+      << "an empty line ends the list, and what follows it does not come to life";
+  const std::string twice = With_Sensor(With_Sensor(sensors, three), three);
+  EXPECT_EQ(twice, With_Sensor(sensors, three)) << "the same line again changes nothing";
+  Sensor_Draft changed = Straight("three");
+  changed.unit = "psi";
+  EXPECT_EQ(heads(With_Sensor(twice, Definition_Line(changed))), "V 0 0 8 |bar 0 0 |psi 1 -1|");
+}
+
+TEST_F(Definition_Store, An_Odd_Sensor_That_Is_There_Can_Be_Left_As_It_Is) {
+  Start("Sens_Def=flat\tLinear\t0\t5\t255\t0\tV\t0\tV\r\n");
+  const Sensor_Draft flat = Draft_Of(Sens_Def[1], Sens_Tab[1]);
+  EXPECT_NE(Fault_Of(flat), "");
+  EXPECT_TRUE(Store_As_Sensor_Definition(flat, "flat"));
 }
 
 TEST_F(Definition_Store, What_Is_There_Already_Is_Not_Written) {
@@ -102,15 +154,14 @@ TEST_F(Definition_Store, What_Is_There_Already_Is_Not_Written) {
 
 TEST_F(Definition_Store, Line_To_Tables_And_Back_For_Odd_Names_And_Curves) {
   Start("");
-  const Sensor_Draft drafts[] = {Straight("a = b] \xC2\xB0\xC3\xBC\xE2\x82\xAC"),
-                                 Curve_Of("falling", 100, -3.125), Curve_Of("flat", 7, 0),
-                                 Straight(std::string(longest_sensor_name, 'x'))};
+  const Sensor_Draft drafts[] = {Straight("a = b] °ü€"), Straight("Â£"), Curve_Of("falling", 100, -3.125),
+                                 Curve_Of("flat", 7, 0), Straight(std::string(longest_sensor_name, 'x'))};
   for (const Sensor_Draft& draft : drafts) {
     ASSERT_TRUE(Store_As_Sensor_Definition(draft)) << draft.name;
     EXPECT_EQ(Sens_Def.back().name, draft.name);
     EXPECT_EQ(Definition_Line(Draft_Of(Sens_Def.back(), Sens_Tab.back())), Definition_Line(draft));
   }
-  EXPECT_EQ(Sens_Def.size(), 5U);
+  EXPECT_EQ(Sens_Def.size(), 6U);
 }
 
 TEST_F(Definition_Store, A_Draft_That_Is_No_Sensor_Is_Told_Of_And_Stores_Nothing) {
@@ -161,9 +212,12 @@ TEST_F(Definition_Store, Without_A_File_To_Write_The_Sensor_Holds_For_The_Run) {
   EXPECT_EQ(Ini(), before);
   ASSERT_EQ(Sens_Def.size(), 3U);
   EXPECT_EQ(Load_Axis_Unit(2), "bar");
+  EXPECT_EQ(notice_text.Text(), "") << "nothing has been stored";
   std::filesystem::permissions(folder_.Path(Ini_File_Name), std::filesystem::perms(0644));
+  // Meanwhile another program has added a sensor.
+  Write_Ini(before + "Sens_Def=other\tLinear\t1\t0\t0\t255\tV\t0\tV\r\n");
   Write_Key("comport1", "3");
-  EXPECT_THAT(Lines(), HasSubstr("Sens_Def=two\tLinear"));
+  EXPECT_THAT(Lines(), HasSubstr("Sens_Def=other\tLinear\t1\t0\t0\t255\tV\t0\tV\r\nSens_Def=two\tLinear"));
 }
 
 }  // namespace

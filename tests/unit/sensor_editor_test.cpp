@@ -101,9 +101,31 @@ TEST_F(Sensor_Editor, The_Value_Grid_Works_As_The_Tables_Do) {
   Sensor_set_table_text.Typed("1e308");
   Sensor_set_table_Click();
   Sensor_scale_table_text.Typed("1e308");
-  EXPECT_THROW(Sensor_scale_table_Click(), Failure);
+  EXPECT_THAT(Sensor_scale_table_Click,
+              testing::ThrowsMessage<Failure>("The value in row 2 becomes too large."));
+  Expect_Box("not a number");
   Sensor_set_table_text.Typed("");
-  EXPECT_THROW(Sensor_set_table_Click(), Failure);
+  Sensor_set_table_Click();
+}
+
+TEST_F(Sensor_Editor, The_Grid_Has_Two_Formats_And_No_Step_That_It_Would_Not_Show) {
+  cmd_AddValueSensor_Click();
+  Sensor_set_table_text.Typed("1");
+  for (const auto& [decimals, set, up] : {std::tuple{"0", "01.0", "02.0"},
+                                          {"1", "01.0", "01.1"},
+                                          {"2", "1.00", "1.01"},
+                                          {"4", "1.00", "1.01"},
+                                          {"x", "1.00", "1.01"}}) {
+    txt_SensorDecimals.Typed(decimals);
+    Sensor_Box_Typed();
+    Sensor_set_table_Click();
+    EXPECT_EQ(Value(1), set) << decimals;
+    Sensor_plus_Click();
+    EXPECT_EQ(Value(1), up) << decimals;
+  }
+  txt_SensorUnit.Typed("bar");
+  Sensor_Box_Typed();
+  EXPECT_EQ(Sensor_chart.axis_title + Sensor_chart.value_title + Sensor_grid.Text(0, 2), "[%][bar][bar]");
 }
 
 TEST_F(Sensor_Editor, Typing_Takes_Any_Value_And_Enter_Goes_Down) {
@@ -133,7 +155,17 @@ TEST_F(Sensor_Editor, Tries_Both_Conversions_Of_Both_Lists) {
   EXPECT_EQ(Try_Reversed(Sensor_List::tune, map25, "1,08"), "100");
   EXPECT_EQ(Try_Forward(Sensor_List::tune, 0, "100"), "");
   EXPECT_EQ(Try_Reversed(Sensor_List::tune, -1, "100"), "");
-  EXPECT_THROW(static_cast<void>(Try_Forward(Sensor_List::tune, map25, "x")), Failure);
+  const int flat = static_cast<int>(Sens_Def.size());
+  Add_Sensor("flat\tLinear\t0\t5\t0\t255\tV\t0\tV");
+  Expect_Box("Type the raw number of the input, 0 to 255.");
+  EXPECT_EQ(Try_Forward(Sensor_List::tune, map25, "x"), "");
+  for (const auto& [sensor, value, reason] :
+       {std::tuple{map25, "", "Type a value in bar, as 1.5."},
+        {map25, "1e9", "This value is too far from all that the sensor gives."},
+        {flat, "5", "With a gain of 0 no value leads back to a raw number."}}) {
+    Expect_Box(reason);
+    EXPECT_EQ(Try_Reversed(Sensor_List::tune, sensor, value), "");
+  }
   Log_Sens_Def_Tab = {{"two", "Linear2c", {2, 1, 0, 255}, "V", "1"},
                       {"grad",
                        "Linear",
@@ -147,10 +179,41 @@ TEST_F(Sensor_Editor, Tries_Both_Conversions_Of_Both_Lists) {
   EXPECT_EQ(Try_Reversed(Sensor_List::log, 1, "40"), "100");
   EditSensor_Combo_Click(Sensor_List::log, 1);
   EXPECT_EQ(txt_Sensor_Def.Text(), "grad\tLinear\t0.5\t-10\t0\t255\t°C\t1\t");
+  const std::string before = Ini();
+  EXPECT_TRUE(cmd_OK_Click());
+  EXPECT_EQ(Ini(), before) << "a log sensor that was only looked at";
+  txt_SensorGain.Typed("0.25");
+  Sensor_Box_Typed();
+  EXPECT_TRUE(cmd_OK_Click());
+  EXPECT_THAT(Ini(), HasSubstr("\r\nSens_Def=grad\tLinear\t0.25\t-10"));
   EditSensor_Combo_Click(Sensor_List::log, 0);
   EXPECT_EQ(Edited_Kind(), Editing::nothing) << "a kind for logs only";
   EXPECT_EQ(Sensor_chart.series.at(0).values.at(16), -255);
   EXPECT_FALSE(cmd_Add_sensor_Click());
+  EXPECT_TRUE(cmd_OK_Click());
+}
+
+TEST_F(Sensor_Editor, Ok_Stores_What_Was_Edited_And_Only_That) {
+  AN_Combo_Click(1, 2);
+  folder_.Write("KXBenchPro.ini", Ini() + "Sens_Def=flat\tLinear\t0\t5\t0\t255\tV\t0\tV\r\nan_sel1=7\r\n");
+  AN_Combo_Click(1, 2);
+  EXPECT_THAT(Ini(), testing::Not(HasSubstr("an_sel1=7"))) << "the file had another choice";
+  Sensor_Editor_Activated();
+  EditSensor_Combo_Click(Sensor_List::tune, Tune_Sensor("flat"));
+  EXPECT_TRUE(cmd_OK_Click()) << "odd, but as it was";
+  txt_SensorName.Typed("MAP 2.5 bar");
+  txt_SensorGain.Typed("0.1");
+  Sensor_Box_Typed();
+  Expect_Box("There is a sensor \"MAP 2.5 bar\" already. Replace it?", platform::Answer::no);
+  EXPECT_FALSE(cmd_OK_Click());
+  txt_SensorName.Typed("flat");
+  Sensor_Box_Typed();
+  EXPECT_TRUE(cmd_OK_Click()) << "the sensor that was opened";
+  txt_SensorGain.Typed("0.2");
+  Sensor_Box_Typed();
+  EXPECT_TRUE(cmd_OK_Click()) << "and is still";
+  cmd_AddLinearSensor_Click();
+  EXPECT_TRUE(cmd_OK_Click()) << "nothing has been typed";
 }
 
 TEST_F(Sensor_Editor, Coming_Back_To_The_Form_Reads_The_File_And_Keeps_What_Is_Edited) {
@@ -163,9 +226,19 @@ TEST_F(Sensor_Editor, Coming_Back_To_The_Form_Reads_The_File_And_Keeps_What_Is_E
   EXPECT_EQ(txt_SensorGain.Text(), "3");
   EXPECT_EQ(Edited_Kind(), Editing::linear);
   AN_Combo_Click(1, Tune_Sensor("by hand"));
+  const std::string whole = Ini();
   folder_.Write("KXBenchPro.ini", "");
+  Expect_Box(
+      "The sensors, load axes and presets cannot be read again and stay as they were.\n" +
+      folder_.Path("KXBenchPro.ini") +
+      ": definitions are missing that were there; another program may be writing it\nThe program reads "
+      "the file when it is whole again; until then it is not written.");
   Sensor_Editor_Activated();
-  EXPECT_EQ(Sensor_On_Input(1), 0) << "its sensor has gone";
+  Sensor_Editor_Activated();
+  EXPECT_EQ(Sensor_Name(Sensor_On_Input(1)), "by hand");
+  folder_.Write("KXBenchPro.ini", whole);
+  Sensor_Editor_Activated();
+  EXPECT_EQ(Sensor_Name(Sensor_On_Input(1)), "by hand");
 }
 
 }  // namespace
