@@ -1,7 +1,6 @@
 #include "cards/Card_Frame.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QVBoxLayout>
 
 #include "boxlink/link_texts.h"
@@ -17,15 +16,15 @@ Card_Frame::Card_Frame(const QString& name, const QString& title, const Card_Pat
   for (const Card_Button& row : path.buttons) {
     if (!row.name.empty()) layout->addWidget(Make_Button(row));
   }
-  auto* status = new QLineEdit;
-  status->setObjectName(Text(path.status_name));
-  status->setReadOnly(true);
-  status->setToolTip("Outcome of the last card operation");
-  Follow(status, *path.status, [](QLineEdit* line, const QString& text) {
+  status_ = new QLineEdit;
+  status_->setObjectName(Text(path.status_name));
+  status_->setReadOnly(true);
+  status_->setToolTip("Outcome of the last card operation");
+  Follow(status_, *path.status, [](QLineEdit* line, const QString& text) {
     line->setText(text);
     line->setCursorPosition(0);
   });
-  layout->addWidget(status);
+  layout->addWidget(status_);
   auto* about = Named_Text(name + "_about", Text(path.about));
   layout->addWidget(about);
 }

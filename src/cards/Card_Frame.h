@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <vector>
 
@@ -18,9 +19,13 @@ class Card_Frame : public QGroupBox {
   /// The buttons that start an operation.
   [[nodiscard]] const std::vector<QPushButton*>& Transfer_Buttons() const { return transfer_buttons_; }
 
+  /// The line of its status, which does nothing with keys.
+  [[nodiscard]] QWidget* Status_Line() const { return status_; }
+
  private:
   QPushButton* Make_Button(const Card_Button& row);
 
+  QLineEdit* status_;
   std::vector<QPushButton*> transfer_buttons_;
 };
 

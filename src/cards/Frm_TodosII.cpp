@@ -192,11 +192,11 @@ QWidget* frm_TodosII::Make_Protect_Frame() {
 
 QWidget* frm_TodosII::Make_Outcome() {
   Frame frame("Outcome");
-  auto* result = new QLineEdit;
-  result->setObjectName("result");
-  result->setReadOnly(true);
-  result->setToolTip("Outcome of the last step");
-  Follow(result, todos::result, [](QLineEdit* line, const QString& text) { line->setText(text); });
+  result_ = new QLineEdit;
+  result_->setObjectName("result");
+  result_->setReadOnly(true);
+  result_->setToolTip("Outcome of the last step");
+  Follow(result_, todos::result, [](QLineEdit* line, const QString& text) { line->setText(text); });
   auto* output = new QPlainTextEdit;
   output->setObjectName("output");
   output->setReadOnly(true);
@@ -204,7 +204,7 @@ QWidget* frm_TodosII::Make_Outcome() {
   output->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   output->setMinimumHeight(output->fontMetrics().lineSpacing() * output_lines);
   Follow(output, todos::output, [](QPlainTextEdit* view, const QString& text) { view->setPlainText(text); });
-  frame.Add_Line({result});
+  frame.Add_Line({result_});
   frame.Add_Line({output});
   return frame.box;
 }
@@ -225,8 +225,12 @@ void frm_TodosII::Show_Type() {
 
 void frm_TodosII::Enable_Buttons(bool enabled) {
   idle_ = enabled;
+  for (QPushButton* button : buttons_) {
+    if (!enabled) focus_.Rest(button, result_);
+  }
   for (QPushButton* button : buttons_) button->setEnabled(enabled);
   Show_Type();
+  if (enabled) focus_.Give_Back();
 }
 
 void frm_TodosII::showEvent(QShowEvent* event) {

@@ -7,6 +7,8 @@
 #include <QWidget>
 #include <vector>
 
+#include "widgets/form_helpers.h"
+
 class QGridLayout;
 
 namespace kx {
@@ -49,6 +51,8 @@ class frm_TodosII : public QWidget {
   QComboBox* ReaderlistCombo_;
   QComboBox* CardListCombo_;
   QWidget* new_pin_;
+  QLineEdit* result_;
+  Resting_Focus focus_;
 };
 
 }  // namespace kx

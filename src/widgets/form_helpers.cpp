@@ -12,6 +12,18 @@ void Bind_Text(QLineEdit* box, Shown_Text& text) {
                    [&text](const QString& typed) { text.Typed(typed.toStdString()); });
 }
 
+void Resting_Focus::Rest(QWidget* button, QWidget* on) {
+  if (!button->hasFocus()) return;
+  button_ = button;
+  place_ = on;
+  on->setFocus();
+}
+
+void Resting_Focus::Give_Back() {
+  if (button_ && place_ && place_->hasFocus()) button_->setFocus();
+  button_.clear();
+}
+
 QLabel* Named_Text(const QString& name, const QString& text) {
   auto* label = new QLabel(text);
   label->setObjectName(name);

@@ -43,6 +43,21 @@ void Follow(Widget* widget, Shown_Text& text, Show show) {
 /// Keeps a one-line box and the core's text of it the same, both ways.
 void Bind_Text(QLineEdit* box, Shown_Text& text);
 
+/// Keeps the focus while the button that has it is off: it would hop to a field of values or to a way out,
+/// and the next key with it. Meanwhile it rests on a control that does nothing with keys.
+class Resting_Focus {
+ public:
+  /// To be called before @p button goes off; nothing unless it has the focus.
+  void Rest(QWidget* button, QWidget* on);
+
+  /// Back to the button, unless the user has taken the focus elsewhere.
+  void Give_Back();
+
+ private:
+  QPointer<QWidget> button_;
+  QPointer<QWidget> place_;
+};
+
 /// A wrapped text of that name.
 [[nodiscard]] QLabel* Named_Text(const QString& name, const QString& text = {});
 

@@ -162,6 +162,30 @@ TEST_F(Card_Forms, The_Kind_Of_Card_Decides_What_Its_Pin_Needs) {
   EXPECT_EQ(In<QLineEdit>(bench, "Text1")->text(), "A5");
 }
 
+/// Keys pressed while a card is at work reach no field, and the button has its focus back behind it.
+TEST_F(Card_Forms, The_Focus_Stays_With_The_Button_That_Was_Pressed) {
+  Bench();
+  for (const auto& [name, rest] :
+       {std::pair("comwrite", "result"), std::pair("Command2", "txt_Chipdrive_status")}) {
+    SCOPED_TRACE(name);
+    QWidget* window = name == std::string("comwrite") ? Bench() : &form();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == window; }));
+    auto* button = In<QPushButton>(window, name);
+    button->setFocus();
+    std::vector<QString> meanwhile;
+    QTimer beat;
+    QObject::connect(&beat, &QTimer::timeout, [&] {
+      if (Transfer_Running()) meanwhile.push_back(window->focusWidget()->objectName());
+    });
+    beat.start(0);
+    QTest::keyClick(button, Qt::Key_Space);
+    EXPECT_THAT(meanwhile, Each(QString(rest)));
+    EXPECT_FALSE(meanwhile.empty());
+    EXPECT_EQ(window->focusWidget(), button);
+  }
+}
+
 TEST_F(Card_Forms, Every_Control_Of_The_Bench_Has_A_Tip) {
   QWidget* bench = Bench();
   for (QWidget* control : bench->findChildren<QWidget*>()) {

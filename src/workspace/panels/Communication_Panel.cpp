@@ -185,13 +185,19 @@ QWidget* Communication_Panel::Make_Further_Buttons() {
   return group;
 }
 
-/// A button that goes off hands its focus on. It must not come to "Close port", or Space pressed twice on
-/// "Write" would end the write.
-void Communication_Panel::Enable_Transfers(bool enabled) {
+/// The focus must not come to "Close port", or Space pressed twice on "Write" would end the write. It rests
+/// on the status line that is on show.
+void Communication_Panel::Rest_Focus() {
   for (QPushButton* button : transfer_buttons_) {
-    if (!enabled && button->hasFocus()) status_line_->setFocus();
+    auto* frame = qobject_cast<Card_Frame*>(button->parentWidget());
+    focus_.Rest(button, frame == nullptr ? status_line_ : frame->Status_Line());
   }
+}
+
+void Communication_Panel::Enable_Transfers(bool enabled) {
+  if (!enabled) Rest_Focus();
   for (QPushButton* button : transfer_buttons_) button->setEnabled(enabled);
+  if (enabled) focus_.Give_Back();
   emit Transfers_Enabled(enabled);
 }
 

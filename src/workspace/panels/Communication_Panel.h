@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cards/Card_Frame.h"
+#include "widgets/form_helpers.h"
 
 namespace kx {
 
@@ -36,10 +37,12 @@ class Communication_Panel : public QTabWidget {
   template <typename Rows>
   void Add_Buttons(QGridLayout* layout, const Rows& rows, int a_row);
   void Enable_Transfers(bool enabled);
+  void Rest_Focus();
 
   std::vector<Card_Frame*> card_frames_;  ///< in the order of interface_options
   QLineEdit* status_line_;
   std::vector<QPushButton*> transfer_buttons_;  ///< off while a transfer runs
+  Resting_Focus focus_;
 };
 
 }  // namespace kx
