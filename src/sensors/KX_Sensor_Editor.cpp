@@ -69,9 +69,7 @@ KX_Sensor_Editor::KX_Sensor_Editor(QWidget* parent)
           List_Box("EditSensor_Combo", "Sensor to look at, to change or to start a new one from")),
       Sensor_chart_(new Line_Chart("Sensor_chart")) {
   setObjectName("KX_Sensor_Editor");
-  Sensor_chart_->setToolTip(
-      "Value in the sensor's unit over the input, 0 to 100 %; drag over points of a sensor by values to pick "
-      "them");
+  Sensor_chart_->setToolTip("Value in the sensor's unit over the input, 0 to 100 % of 5 V");
   auto* left = new QVBoxLayout;
   left->addWidget(Make_Used_Sensors());
   left->addWidget(Make_View_Lists());
@@ -96,6 +94,9 @@ KX_Sensor_Editor::KX_Sensor_Editor(QWidget* parent)
   layout->setContentsMargins(0, 0, 0, 0);
   Make_Menu(layout);
   layout->addWidget(new Scroll_Page(page), 1);
+  QLabel* notice = Notice_Line("editor_notice", Notices::while_shown);
+  notice->setMargin(fontMetrics().height() / 4);
+  layout->addWidget(notice);
   connect(Sensor_chart_, &Line_Chart::Entries_Picked, this, [](int row, int row_sel) {
     if (Edited_Kind() == Editing::table) Guarded([&] { Sensor_Grid_Enter_Cell(row, row_sel); });
   });
@@ -137,16 +138,23 @@ QWidget* KX_Sensor_Editor::Make_View_Lists() {
   frame->setObjectName("View_Frame");
   list_combo_->addItems({"Tune sensor", "Log sensor"});
   connect(list_combo_, &QComboBox::activated, this, [this] {
+    if (!May_Leave()) return;
     Fill(EditSensor_Combo_, Sensor_Names(List()), -1);
     Show_Chosen();
   });
-  connect(EditSensor_Combo_, &QComboBox::activated, this, [this] { Show_Chosen(); });
+  connect(EditSensor_Combo_, &QComboBox::activated, this, [this] {
+    if (May_Leave()) Show_Chosen();
+  });
   auto* linear = Button("cmd_AddLinearSensor", "New linear sensor", "Start a definition by gain and offset");
   auto* values = Button("cmd_AddValueSensor", "New sensor by values", "Start a definition by 33 values");
   for (QPushButton* button : {linear, values}) {
     On_Click(button, [this, button, linear] {
+      if (!May_Leave()) return;
       EditSensor_Combo_->setCurrentIndex(-1);
       button == linear ? cmd_AddLinearSensor_Click() : cmd_AddValueSensor_Click();
+      // The proposed name is there to be typed over.
+      txt_SensorName_->setFocus();
+      txt_SensorName_->selectAll();
     });
   }
   auto* layout = new QVBoxLayout(frame);
@@ -202,6 +210,7 @@ QLineEdit* KX_Sensor_Editor::Box(const QString& name, Shown_Text& text, const QS
 QWidget* KX_Sensor_Editor::Make_Definition() {
   auto* frame = new QGroupBox("Definition");
   frame->setObjectName("Definition_Frame");
+  Definition_Frame_ = frame;
   auto* line = new QPlainTextEdit;
   line->setObjectName("txt_Sensor_Def");
   line->setToolTip("The line of the settings file in the making");
@@ -211,9 +220,9 @@ QWidget* KX_Sensor_Editor::Make_Definition() {
   Follow(line, txt_Sensor_Def, [](QPlainTextEdit* view, const QString& text) { view->setPlainText(text); });
   auto* layout = new QGridLayout(frame);
   layout->addWidget(new QLabel("New sensor name"), 0, 0);
-  layout->addWidget(
-      Box("txt_SensorName", txt_SensorName, "Up to 60 characters; a name that is there is replaced"), 0, 1, 1,
-      5);
+  txt_SensorName_ =
+      Box("txt_SensorName", txt_SensorName, "Up to 60 characters; another name makes another sensor");
+  layout->addWidget(txt_SensorName_, 0, 1, 1, 5);
   layout->addWidget(new QLabel("Unit"), 1, 0);
   layout->addWidget(
       Box("txt_SensorUnit", txt_SensorUnit, "Unit of the value, as bar or °C; up to 20 characters"), 1, 1);
@@ -280,7 +289,7 @@ QWidget* KX_Sensor_Editor::Make_Buttons() {
   On_Click(ok, [this] { cmd_OK_Click(); });
   auto* layout = new QHBoxLayout(line);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(Notice_Line("editor_notice"), 1);
+  layout->addStretch(1);
   layout->addWidget(cmd_Add_sensor_);
   layout->addWidget(ok);
   return line;
@@ -288,6 +297,21 @@ QWidget* KX_Sensor_Editor::Make_Buttons() {
 
 Sensor_List KX_Sensor_Editor::List() const {
   return list_combo_->currentIndex() == 1 ? Sensor_List::log : Sensor_List::tune;
+}
+
+/// Asks about what is edited. The lists show that until the user agrees: a form that comes back to the front
+/// reads them.
+bool KX_Sensor_Editor::May_Leave() {
+  const int chosen_list = list_combo_->currentIndex();
+  const int chosen = EditSensor_Combo_->currentIndex();
+  list_combo_->setCurrentIndex(viewed_list_);
+  EditSensor_Combo_->setCurrentIndex(viewed_);
+  bool leaves = false;
+  Guarded([&leaves] { leaves = Leave_Edited(); });
+  if (!leaves) return false;
+  list_combo_->setCurrentIndex(chosen_list);
+  EditSensor_Combo_->setCurrentIndex(chosen);
+  return true;
 }
 
 void KX_Sensor_Editor::Show_Chosen() {
@@ -318,10 +342,13 @@ void KX_Sensor_Editor::Fill_Lists() {
 }
 
 void KX_Sensor_Editor::Show_Edited() {
+  viewed_list_ = list_combo_->currentIndex();
+  viewed_ = EditSensor_Combo_->currentIndex();
   const Editing kind = Edited_Kind();
   frame_Linear_->setVisible(kind == Editing::linear);
   frame_Table_->setVisible(kind == Editing::table);
   cmd_Add_sensor_->setEnabled(kind != Editing::nothing);
+  Definition_Frame_->setEnabled(kind != Editing::nothing);
   Try_Frame_->setEnabled(EditSensor_Combo_->currentIndex() >= 0);
   Sensor_grid_->Refresh();
   Sensor_chart_->Show(Sensor_chart, Sensor_grid.Sel_Start(),

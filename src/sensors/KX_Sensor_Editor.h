@@ -43,6 +43,7 @@ class KX_Sensor_Editor : public QWidget {
 
   void Fill_Lists();
   void Show_Edited();
+  [[nodiscard]] bool May_Leave();
   void Show_Chosen();
   void Choose_Stored();
   void cmd_OK_Click();
@@ -51,7 +52,11 @@ class KX_Sensor_Editor : public QWidget {
   std::array<QComboBox*, 4> AN_Combo_{};
   QComboBox* list_combo_;
   QComboBox* EditSensor_Combo_;
+  int viewed_list_ = 0;  ///< places in both lists of what is on view
+  int viewed_ = -1;
   QWidget* Try_Frame_ = nullptr;
+  QWidget* Definition_Frame_ = nullptr;
+  QLineEdit* txt_SensorName_ = nullptr;
   QWidget* frame_Linear_ = nullptr;
   QWidget* frame_Table_ = nullptr;
   QPushButton* cmd_Add_sensor_ = nullptr;

@@ -156,7 +156,8 @@ void Check_Ini_Readable() {
   Tell("The sensors, load axes and presets cannot be read again and stay as they were.\n" + result.reason +
            (result.missing
                 ? "\nThe next setting that changes writes the file anew."
-                : "\nThe program reads the file when it is whole again; until then it is not written."),
+                : "\nThe file is read when it is whole again and is not written until then. If it is meant "
+                  "to be as it is, start the program anew."),
        platform::Icon::warning);
 }
 

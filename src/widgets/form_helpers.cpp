@@ -1,5 +1,6 @@
 #include "widgets/form_helpers.h"
 
+#include <QHideEvent>
 #include <QVBoxLayout>
 
 #include "settings/notice.h"
@@ -31,19 +32,35 @@ QLabel* Named_Text(const QString& name, const QString& text) {
   return label;
 }
 
-QLabel* Notice_Line(const QString& name) {
-  auto* line = new QLabel;
+namespace {
+
+/// Forgets its text when its form is closed.
+class Own_Notices : public QLabel {
+ protected:
+  void hideEvent(QHideEvent* event) override {
+    QLabel::hideEvent(event);
+    if (!event->spontaneous()) setText({});
+  }
+};
+
+void Show_Notice_On(QLabel* line) {
+  QString text = Text(notice_text.Text());
+  line->setToolTip(text.isEmpty() ? text : "<p>" + text.toHtmlEscaped().replace("\n", "</p><p>") + "</p>");
+  line->setText(text.replace('\n', ' '));
+}
+
+}  // namespace
+
+QLabel* Notice_Line(const QString& name, Notices which) {
+  const bool all = which == Notices::all;
+  auto* line = all ? new QLabel : new Own_Notices;
   line->setObjectName(name);
   line->setTextFormat(Qt::PlainText);
   line->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  const auto show = [alive = QPointer(line)] {
-    if (!alive) return;
-    QString text = Text(notice_text.Text());
-    alive->setToolTip(text.isEmpty() ? text : "<p>" + text.toHtmlEscaped().replace("\n", "</p><p>") + "</p>");
-    alive->setText(text.replace('\n', ' '));
-  };
-  notice_text.Also_On_Change(show);
-  show();
+  notice_text.Also_On_Change([alive = QPointer(line), all] {
+    if (alive && (all || alive->isVisible())) Show_Notice_On(alive);
+  });
+  if (all) Show_Notice_On(line);
   return line;
 }
 

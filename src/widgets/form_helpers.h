@@ -62,8 +62,9 @@ class Resting_Focus {
 [[nodiscard]] QLabel* Named_Text(const QString& name, const QString& text = {});
 
 /// What the program says without asking for an answer: its sentences in one line, which never widens the
-/// window; all of them are in its tip.
-[[nodiscard]] QLabel* Notice_Line(const QString& name);
+/// window; all of them are in its tip. A form beside the main form shows those that come while it is open.
+enum class Notices { all, while_shown };
+[[nodiscard]] QLabel* Notice_Line(const QString& name, Notices which);
 
 /// A frame that holds one widget without margins.
 [[nodiscard]] QFrame* Plain_Frame(const QString& name, QWidget* inside);

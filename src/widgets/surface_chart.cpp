@@ -1,8 +1,10 @@
 #include "widgets/surface_chart.h"
 
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <cmath>
 
@@ -120,6 +122,15 @@ void Surface_Chart::Draw_Read_Out(QPainter& painter) const {
   paper.setAlpha(225);
   painter.fillRect(box.adjusted(-line / 4, -line / 4, line / 4, line / 4), paper);
   painter.drawText(box, text);
+}
+
+/// No tip over the surface, where the corner tells the values.
+bool Surface_Chart::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  if (Read_Out_At(help->pos()).isEmpty()) return QWidget::event(event);
+  QToolTip::hideText();
+  return true;
 }
 
 void Surface_Chart::paintEvent(QPaintEvent* /*event*/) {

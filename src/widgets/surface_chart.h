@@ -39,6 +39,7 @@ class Surface_Chart : public QWidget {
   void View_Changed();
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;

@@ -143,7 +143,7 @@ void BoostProgMain::Make_Layout() {
   history->setObjectName("history_status");
   Follow(history, history_status, [](QLabel* label, const QString& text) { label->setText(text); });
   statusBar()->addWidget(history);
-  statusBar()->addWidget(Notice_Line("notice_text"), 1);
+  statusBar()->addWidget(Notice_Line("notice_text", Notices::all), 1);
   config_ = std::make_unique<KX_Config>(controls_, *this);
   summary_ = std::make_unique<KX_Setting_Summary>();
   map3d_ = std::make_unique<KX_3Dmap>();

@@ -72,10 +72,7 @@ KX_3Dmap::KX_3Dmap(QWidget* parent)
   Text1_->setReadOnly(true);
   Text1_->setToolTip(
       "Product of load and RPM table, in the unit above; a line for each RPM, a column for each load");
-  Fuel3dChart_->setToolTip(
-      "Drag to turn, wheel for the size, double click for the first view; the corner tells value, RPM and "
-      "load "
-      "of the point under the mouse");
+  Fuel3dChart_->setToolTip("RPM, load and their product; point at the surface for its values");
   Text1_->setLineWrapMode(QPlainTextEdit::NoWrap);
   Text1_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   Text1_->setTabStopDistance(Text1_->fontMetrics().horizontalAdvance('0') * 9);
@@ -92,6 +89,7 @@ KX_3Dmap::KX_3Dmap(QWidget* parent)
   layout->addWidget(Label1_);
   layout->addWidget(views_, 1);
   layout->addWidget(Make_View_Line());
+  layout->addWidget(Notice_Line("map_notice", Notices::while_shown));
   Timer1_->setObjectName("Timer1");
   Timer1_->setInterval(turn_interval);
   connect(Timer1_, &QTimer::timeout, this, [this] { Guarded([this] { Timer1_Tick(); }); });
@@ -149,7 +147,7 @@ QWidget* KX_3Dmap::Make_View_Line() {
   layout->addWidget(new QLabel("Rotation"));
   layout->addWidget(Text3_);
   layout->addWidget(rotate);
-  layout->addWidget(Notice_Line("map_notice"), 1);
+  layout->addStretch(1);
   turn_buttons_ = new QButtonGroup(this);
   turn_buttons_->setExclusive(false);
   layout->addWidget(Turn_Button("turn_left_button", "Turn left",

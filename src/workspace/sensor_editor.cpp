@@ -77,7 +77,8 @@ int Decimals() {
 
 std::string Value_Mask() { return Decimals() < most_shown ? "00.0" : "0.00"; }
 
-std::string Unit_Title() { return "[" + txt_SensorUnit.Text() + "]"; }
+/// Nothing before there is a unit.
+std::string Unit_Title() { return txt_SensorUnit.Text().empty() ? "" : "[" + txt_SensorUnit.Text() + "]"; }
 
 /// Never so small that the grid does not show it.
 double Step() { return std::pow(10.0, -std::min(Decimals(), most_shown)); }
@@ -222,6 +223,8 @@ void Edit_Values(const std::function<double(double value, int distance)>& edit) 
   Follow();
 }
 
+bool Is_Edited() { return txt_Sensor_Def.Text() != state.shown_line; }
+
 /// Tells why the try-out has no result.
 std::string Refused(const std::string& reason) {
   Tell(reason);
@@ -287,7 +290,13 @@ bool cmd_Add_sensor_Click() {
   return true;
 }
 
-bool cmd_OK_Click() { return txt_Sensor_Def.Text() == state.shown_line || cmd_Add_sensor_Click(); }
+bool cmd_OK_Click() { return !Is_Edited() || cmd_Add_sensor_Click(); }
+
+bool Leave_Edited() {
+  return !Is_Edited() ||
+         Ask_Yes_No("The changes of \"" + txt_SensorName.Text() + "\" are not stored. Give them up?",
+                    "Sensor settings");
+}
 
 std::string Try_Forward(Sensor_List list, int index, const std::string& raw) {
   const auto typed = Whole_Number_Text(raw);

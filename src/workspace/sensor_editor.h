@@ -67,6 +67,10 @@ bool cmd_Add_sensor_Click();
 /// to be stored and the form may close.
 bool cmd_OK_Click();
 
+/// True when another sensor may come on view: nothing has been edited since the last store, or the user gives
+/// the changes up.
+[[nodiscard]] bool Leave_Edited();
+
 /// The try-out: value of a raw number, raw number of a value, as text; empty for a sensor that converts
 /// nothing. What cannot be converted is told of.
 [[nodiscard]] std::string Try_Forward(Sensor_List list, int index, const std::string& raw);

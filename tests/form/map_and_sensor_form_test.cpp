@@ -392,6 +392,15 @@ TEST_F(Sensor_Form, Edits_A_Sensor_By_Values_In_Its_Grid) {
   EXPECT_EQ(In<QLineEdit>("Text2")->text(), "1.6061") << "of the sensor as it is stored";
   Press("cmd_Rev_Calc");
   EXPECT_EQ(In<QLineEdit>("Text2")->text(), "255");
+  for (const auto& [list, name] :
+       {std::pair{"Sensor_List_combo", "Log sensor"}, {"EditSensor_Combo", "MAP 2.5 bar"}}) {
+    Expect_Box("The changes of \"MAP 3 bar table\" are not stored. Give them up?", platform::Answer::no);
+    Choose(list, name);
+    EXPECT_EQ(In<QComboBox>("Sensor_List_combo")->currentText(), "Tune sensor");
+    EXPECT_EQ(In<QComboBox>("EditSensor_Combo")->currentText(), "MAP 3 bar table");
+    EXPECT_EQ(value(1), "5.00");
+  }
+  Expect_Box("The changes of \"MAP 3 bar table\" are not stored. Give them up?", platform::Answer::yes);
   Choose("Sensor_List_combo", "Log sensor");
   EXPECT_FALSE(In<QWidget>("frame_Table")->isVisible());
   QTest::keyClick(second_, Qt::Key_Escape);

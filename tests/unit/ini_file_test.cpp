@@ -130,11 +130,11 @@ TEST_F(Ini_File, What_Was_Read_Outlives_A_File_That_Goes_And_Is_Never_Written_Ov
   for (const std::string& half : halves) {
     Write_Ini(half);
     EXPECT_EQ(Texts_Of("Sens_Def"), (Texts{"a\tLinear", "b\tTab"})) << half;
-    const auto box =
-        "The sensors, load axes and presets cannot be read again and stay as they were.\n" +
-        folder_.Path(Ini_File_Name) +
-        ": definitions are missing that were there; another program may be writing it\nThe program "
-        "reads the file when it is whole again; until then it is not written.";
+    const auto box = "The sensors, load axes and presets cannot be read again and stay as they were.\n" +
+                     folder_.Path(Ini_File_Name) +
+                     ": definitions are missing that were there; another program may be writing it\nThe file "
+                     "is read when it is whole again and is not written until then. If it is meant to be as "
+                     "it is, start the program anew.";
     ask_.Expect(box);
     Check_Ini_Readable();
     Check_Ini_Readable();

@@ -228,11 +228,11 @@ TEST_F(Sensor_Editor, Coming_Back_To_The_Form_Reads_The_File_And_Keeps_What_Is_E
   AN_Combo_Click(1, Tune_Sensor("by hand"));
   const std::string whole = Ini();
   folder_.Write("KXBenchPro.ini", "");
-  Expect_Box(
-      "The sensors, load axes and presets cannot be read again and stay as they were.\n" +
-      folder_.Path("KXBenchPro.ini") +
-      ": definitions are missing that were there; another program may be writing it\nThe program reads "
-      "the file when it is whole again; until then it is not written.");
+  Expect_Box("The sensors, load axes and presets cannot be read again and stay as they were.\n" +
+             folder_.Path("KXBenchPro.ini") +
+             ": definitions are missing that were there; another program may be writing it\nThe file is read "
+             "when it is whole again and is not written until then. If it is meant to be as it is, start the "
+             "program anew.");
   Sensor_Editor_Activated();
   Sensor_Editor_Activated();
   EXPECT_EQ(Sensor_Name(Sensor_On_Input(1)), "by hand");
