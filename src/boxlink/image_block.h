@@ -15,6 +15,9 @@
 ///     519,520  line end
 namespace kx {
 
+/// What a tune of a box is said to come from.
+inline constexpr const char* box_source = "Read from the box";
+
 inline constexpr int image_block_length = 520;
 inline constexpr char master_marker = '@';
 inline constexpr char slave_marker = '#';

@@ -33,7 +33,7 @@ void Abort_Read() {
 void Load(const std::string& digits) {
   Byte_Image image;
   Decode_Digits(digits, Byte_Image::size - 1, image);
-  Replace_Tune(image);
+  Replace_Tune(image, box_source);
   Report_Step(words::read_finished);
   Finish_Read(Refresh_Whole_Image);
 }

@@ -91,7 +91,7 @@ void Take_Image(const Byte_Image& image) {
     Slave_Image = image;
     MasterSlaveCompare();
   } else {
-    Replace_Tune(image);
+    Replace_Tune(image, box_source);
     Report_Loaded();
   }
   Rx_Reading = false;

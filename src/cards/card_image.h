@@ -11,6 +11,9 @@
 /// What all card paths do alike with the tune on its way to a card and from it.
 namespace kx {
 
+/// What a tune of a card is said to come from.
+inline constexpr const char* card_source = "Read from a card";
+
 /// The byte that makes the sum of bytes 1 to 254 of a card 1 modulo 256, for @p image.
 [[nodiscard]] std::uint8_t Card_Checksum(const Byte_Image& image);
 

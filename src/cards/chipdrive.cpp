@@ -152,7 +152,7 @@ bool Card_Command(std::string_view command) { return Run_Command(command) == car
 
 bool Card_Read() {
   if (!Fill_Buffer()) return false;
-  Replace_Tune(Image_Of(Card_Buffer));
+  Replace_Tune(Image_Of(Card_Buffer), card_source);
   return true;
 }
 

@@ -67,7 +67,7 @@ bool Read(Scope scope) {
   if (!bytes) return Refuse(card_words::read_data_fail);
   Byte_Image image = CardByte;
   for (std::size_t i = 0; i < bytes->size(); ++i) image[static_cast<int>(i)] = (*bytes)[i];
-  Replace_Tune(image);
+  Replace_Tune(image, card_source);
   output.Set("Read Data : " + Crlf() + Byte_Lines(*bytes));
   Set_Result(card_words::read_success);
   return true;

@@ -22,6 +22,7 @@
 #include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/text_encoding.h"
+#include "settings/tune_origin.h"
 
 namespace kx {
 namespace {
@@ -89,6 +90,7 @@ void Decode_Whole_Log() {
 void Kept_Tune::Keep() {
   image_ = CardByte;
   name_ = card_data_file;
+  source_ = tune_source;
   kept_ = true;
   std::string lines;
   for (int i = 0; i < Byte_Image::size; ++i) lines += std::to_string(CardByte[i]) + Crlf();
@@ -98,7 +100,7 @@ void Kept_Tune::Keep() {
 void Kept_Tune::Bring_Back() {
   if (!kept_) return;
   kept_ = false;
-  Replace_Tune(image_);
+  Replace_Tune(image_, source_);
   card_data_file = name_;
   Set_Title(name_);
   Refresh_Whole_Image();

@@ -39,6 +39,7 @@ class Kept_Tune {
  private:
   Byte_Image image_;
   std::string name_;  // of the tune's file: a read that fails takes it away
+  std::string source_;
   bool kept_ = false;
 };
 

@@ -8,6 +8,7 @@
 #include "settings/notice.h"
 #include "settings/numbers.h"
 #include "settings/session.h"
+#include "settings/tune_origin.h"
 
 namespace kx {
 namespace {
@@ -132,9 +133,11 @@ bool Move_Among_Earlier_Tunes(const std::string& path, const Tune_Copy& tune) {
   return true;
 }
 
-void Replace_Tune(const Byte_Image& image, const std::function<void()>& take_name) {
+void Replace_Tune(const Byte_Image& image, const std::string& source,
+                  const std::function<void()>& take_name) {
   Keep_Earlier_Tune();
   if (take_name) take_name();
+  tune_source = source;
   CardByte = image;
 }
 
@@ -147,6 +150,9 @@ void Start_Keeping_Tunes() { keeping = true; }
 
 bool Keeping_Tunes() { return keeping; }
 
-void Reset_Earlier_Tunes() { keeping = failure_told = false; }
+void Reset_Earlier_Tunes() {
+  keeping = failure_told = false;
+  tune_source.clear();
+}
 
 }  // namespace kx

@@ -29,9 +29,11 @@ struct Earlier_Tune {
 [[nodiscard]] std::vector<Earlier_Tune> Earlier_Tunes();
 
 /// Puts @p image in place of the tune, which is kept before. The one way in for every tune that comes as a
-/// whole: from a file, a box, a card, a log. @p take_name, between the two, gives the new one its name and
-/// description; what it throws leaves the image as it is. Other callers name it behind.
-void Replace_Tune(const Byte_Image& image, const std::function<void()>& take_name = {});
+/// whole: from a file, a box, a card, a log. @p source is what it comes from, see tune_source. @p take_name,
+/// between the two, gives the new one its name and description; what it throws leaves the image as it is.
+/// Other callers name it behind.
+void Replace_Tune(const Byte_Image& image, const std::string& source,
+                  const std::function<void()>& take_name = {});
 
 /// Keeps the tune as it stands; false when it could not be. For Replace_Tune, the end of the program, and the
 /// commands that work over the whole tune where it stands.

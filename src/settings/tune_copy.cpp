@@ -2,12 +2,11 @@
 
 #include <array>
 
-#include "platform/folders.h"
 #include "platform/seams.h"
-#include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/setting_file.h"
 #include "settings/text_encoding.h"
+#include "settings/tune_origin.h"
 
 namespace kx {
 namespace {
@@ -32,13 +31,6 @@ std::string Print(const Byte_Image& image, std::string_view description) {
   return Print_Setting_File(image, Without_Last_Line_Ends(description));
 }
 
-/// The title is the file's name, or says what the tune was read from.
-std::string Origin_Of_Tune() {
-  if (Title_Text() != card_data_file) return Title_Text();
-  const std::string& folder = card_data_dir.empty() ? start_dir : card_data_dir;
-  return platform::Exists(folder + card_data_file) ? folder : "Not saved yet";
-}
-
 void Take_Label(std::string_view line, Tune_Copy& copy) {
   for (const Label_Row& row : label_rows) {
     if (line.starts_with(row.key)) copy.*row.value = line.substr(row.key.size());
@@ -54,7 +46,7 @@ Tune_Copy Copy_Of_Tune() {
   if (const auto tune = Parse_Tune_Copy(Content_Of_Tune())) copy = *tune;
   copy.name = card_data_file;
   copy.folder = card_data_dir;
-  copy.origin = Origin_Of_Tune();
+  copy.origin = tune_source.empty() ? "Not saved yet" : tune_source;
   copy.time = platform::seams.clock->Date_Text() + " " + platform::seams.clock->Time_Text();
   return copy;
 }

@@ -8,6 +8,8 @@
 
 namespace kx {
 
+std::string tune_source;
+
 Tune_Origin::~Tune_Origin() {
   if (taken_) return;
   try {
@@ -20,6 +22,7 @@ Tune_Origin::~Tune_Origin() {
 void Tune_Origin::Restore() const {
   card_data_file = file_;
   card_data_dir = directory_;
+  tune_source = source_;
   txt_File_Description.Set(description_);
   Set_Title(title_);
 }

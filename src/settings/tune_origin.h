@@ -8,6 +8,10 @@
 
 namespace kx {
 
+/// What the tune on screen was read from, in words, or the folder of its file; empty as long as it is a new
+/// one. Written by whatever replaces the tune and by the save; an undo leaves it, as it leaves the name.
+extern std::string tune_source;
+
 /// Where the present tune came from, as the user sees it: put back at the end of the scope unless another
 /// tune was taken in its place. The tune itself is the history's matter.
 class Tune_Origin {
@@ -25,6 +29,7 @@ class Tune_Origin {
   std::string directory_ = card_data_dir;
   std::string title_ = Title_Text();
   std::string description_ = txt_File_Description.Text();
+  std::string source_ = tune_source;
   bool taken_ = false;
 };
 

@@ -21,6 +21,7 @@
 #include "settings/history.h"
 #include "settings/notice.h"
 #include "settings/refresh.h"
+#include "settings/tune_being_edited.h"
 #include "widgets/elided_label.h"
 #include "widgets/file_drop.h"
 #include "widgets/form_helpers.h"
@@ -97,6 +98,7 @@ BoostProgMain::~BoostProgMain() {
   refresh_hooks.show_title = {};
   refresh_hooks.show_wait_pointer = {};
   Leave_Todos();
+  Reset_Tune_Being_Edited();
 }
 
 void BoostProgMain::Make_Layout() {

@@ -37,7 +37,7 @@ void cmd_Export_Log_kxs_settings_Click() {
   if (!image) return Tell("This log file does not include any valid box settings");
   if (!Accept_Dataset((*image)[map::dataset])) return;
   Capture_History();
-  Replace_Tune(*image);
+  Replace_Tune(*image, "Box settings of the log " + Log_File_Name);
   Refresh_Whole_Image();
 }
 

@@ -23,19 +23,43 @@ namespace {
 
 constexpr const char* directory_key = "card_data_dir";
 
+std::string Folder_Of(const std::string& full_name) {
+  return full_name.substr(0, full_name.find_last_of('/') + 1);
+}
+
+/// Where a save puts the tune.
+std::string Save_Path() { return (card_data_dir.empty() ? start_dir : card_data_dir) + card_data_file; }
+
 void Take_Name(const std::string& full_name) {
-  const std::size_t bare = full_name.find_last_of('/') + 1;
-  card_data_file = full_name.substr(bare);
-  card_data_dir = full_name.substr(0, bare);
+  card_data_dir = Folder_Of(full_name);
+  card_data_file = full_name.substr(card_data_dir.size());
   Set_Title(card_data_file);
 }
 
 enum class Outcome { taken, no_setting_file, refused };
 
-Outcome Take_Tune(const Setting_File& file, const std::string& full_name) {
+bool Is_Kept(const std::string& full_name) {
+  return full_name.starts_with(Earlier_Tunes_Folder()) &&
+         full_name.find('/', Earlier_Tunes_Folder().size()) == std::string::npos;
+}
+
+/// A tune of the folder of earlier ones comes from where it once came from, and is saved under a name of its
+/// own; any other file takes what is saved.
+struct Source {
+  std::string source;
+  std::string save_path;
+};
+
+Source Source_Of(const std::string& full_name, std::string_view bytes) {
+  const auto kept = Is_Kept(full_name) ? Parse_Tune_Copy(bytes) : std::nullopt;
+  if (kept && !kept->name.empty()) return {kept->origin, Name_For_Earlier_Tune(*kept)};
+  return {Folder_Of(full_name), full_name};
+}
+
+Outcome Take_Tune(const Setting_File& file, const Source& from) {
   Tune_Origin before;
-  Replace_Tune(file.image, [&] {
-    Take_Name(full_name);
+  Replace_Tune(file.image, from.source, [&] {
+    Take_Name(from.save_path);
     txt_File_Description.Set(file.description);
   });
   if (!Dataset_Accepted("File", CardByte[map::dataset])) return Outcome::refused;
@@ -44,15 +68,10 @@ Outcome Take_Tune(const Setting_File& file, const std::string& full_name) {
   return Outcome::taken;
 }
 
-bool Is_Kept(const std::string& full_name) {
-  return full_name.starts_with(Earlier_Tunes_Folder()) &&
-         full_name.find('/', Earlier_Tunes_Folder().size()) == std::string::npos;
-}
-
-/// Where the tune of the file is saved: back into it, but for what the program keeps itself.
-std::string Name_To_Save(const std::string& full_name, std::string_view bytes) {
-  const auto kept = Is_Kept(full_name) ? Parse_Tune_Copy(bytes) : std::nullopt;
-  return kept && !kept->name.empty() ? Name_For_Earlier_Tune(*kept) : full_name;
+void Note_Taken(const std::string& full_name) {
+  if (Is_Kept(full_name)) return Show_Notice("Opened an earlier tune as " + Save_Path());
+  Note_Tune_On_File();
+  Note_Recent_File(full_name);
 }
 
 Outcome Take_File(const std::string& full_name) {
@@ -60,11 +79,9 @@ Outcome Take_File(const std::string& full_name) {
   const bool readable = platform::Read_Whole_File(full_name, bytes).Ok();
   const auto file = readable ? Parse_Setting_File(bytes) : std::nullopt;
   if (!file) return Outcome::no_setting_file;
-  const Outcome outcome = Take_Tune(*file, Name_To_Save(full_name, bytes));
-  if (outcome == Outcome::taken && !Is_Kept(full_name)) {
-    Note_Tune_On_File();
-    Note_Recent_File(full_name);
-  }
+  const Source from = Source_Of(full_name, bytes);
+  const Outcome outcome = Take_Tune(*file, from);
+  if (outcome == Outcome::taken) Note_Taken(full_name);
   return outcome;
 }
 
@@ -77,7 +94,7 @@ void Settle_Left_Tune(const Left_Tune& left) {
   if (wanted) {
     Capture_History();
     const Setting_File file{left.tune.image, left.tune.description};
-    if (Take_Tune(file, left.tune.folder + left.tune.name) == Outcome::refused) Undo();
+    if (Take_Tune(file, {left.tune.origin, left.tune.folder + left.tune.name}) == Outcome::refused) Undo();
     Refresh_Whole_Image();
   }
   Move_Among_Earlier_Tunes(left.path, left.tune);
@@ -97,12 +114,13 @@ void Save() {
   Stamp_Image();
   const std::string bytes = Print_Setting_File(CardByte, txt_File_Description.Text());
   std::string replaced;
-  const std::string path = (card_data_dir.empty() ? start_dir : card_data_dir) + card_data_file;
+  const std::string path = Save_Path();
   const bool was_there = platform::Read_Whole_File(path, replaced).Ok();
   if (const auto result = platform::Replace_File(path, bytes); !result.Ok()) {
     return Tell(result.reason, platform::Icon::critical);
   }
   Show_Notice("Saved " + path + " " + platform::seams.clock->Time_Text());
+  tune_source = Folder_Of(path);
   Note_Tune_On_File();
   Note_Recent_File(path);
   if (was_there && replaced != bytes) Keep_Replaced(path, replaced);
@@ -119,7 +137,7 @@ void Open_Setting_File(const std::string& full_name) {
 }
 
 void Offer_Left_Tunes() {
-  for (const Left_Tune& left : Left_Tunes()) Settle_Left_Tune(left);
+  for (const Left_Tune& left : Left_Tunes()) Guarded([&left] { Settle_Left_Tune(left); });
   Watch_Tune_Being_Edited();
 }
 

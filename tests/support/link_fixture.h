@@ -11,6 +11,7 @@
 #include "boxlink/link_texts.h"
 #include "platform/seams.h"
 #include "settings/brand.h"
+#include "settings/earlier_tunes.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
 #include "settings/refresh.h"
@@ -83,7 +84,10 @@ class Link_State_Fixture : public testing::Test {
     DatasetID = 108;
     CardByte = Sample_Tune();
   }
-  ~Link_State_Fixture() override { platform::seams = {}; }
+  ~Link_State_Fixture() override {
+    Reset_Earlier_Tunes();
+    platform::seams = {};
+  }
 
   [[nodiscard]] static std::string Status() { return Without_Times(rs232_text.Text()); }
   static sim::Faults Faults_Of(const std::string& knobs) {

@@ -36,7 +36,6 @@ TEST_F(Sync_Engine, Read_Keeps_The_Tune_That_It_Replaces) {
   Start_Keeping_Tunes();
   Read_Settings_Click();
   const auto kept = Earlier_Tunes();
-  Reset_Earlier_Tunes();
   ASSERT_EQ(kept.size(), 1U);
   EXPECT_EQ(kept[0].tune.image, mine);
   EXPECT_EQ(kept[0].tune.name, "Track day.kxs");

@@ -2,6 +2,7 @@
 
 #include "settings/earlier_tunes.h"
 #include "settings/message.h"
+#include "settings/tune_origin.h"
 #include "support/card_fixture.h"
 #include "workspace/shut_down.h"
 
@@ -88,10 +89,10 @@ TEST_P(Card_Paths, A_Read_Keeps_The_Tune_That_It_Replaces) {
   Start_Keeping_Tunes();
   Read();
   const auto kept = Earlier_Tunes();
-  Reset_Earlier_Tunes();
   ASSERT_EQ(kept.size(), 1U);
   EXPECT_EQ(kept[0].tune.image, mine);
   EXPECT_NE(CardByte, mine);
+  EXPECT_TRUE(tune_source.starts_with("Read from ")) << tune_source;
 }
 
 TEST_P(Card_Paths, An_Undo_After_A_Write_Brings_Back_The_Tune_Before_It) {

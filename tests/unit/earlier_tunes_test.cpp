@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <utility>
 
 #include "logging/log_state.h"
 #include "platform/seams.h"
@@ -13,6 +14,7 @@
 #include "settings/session.h"
 #include "settings/setting_file.h"
 #include "settings/tune_being_edited.h"
+#include "settings/tune_origin.h"
 #include "support/workspace_fixture.h"
 #include "workspace/box_settings.h"
 #include "workspace/log_settings_export.h"
@@ -66,6 +68,8 @@ TEST_F(Earlier_Tunes_Test, What_Is_Replaced_Can_Be_Opened_Like_A_File) {
   Open_Setting_File(kept[0].path);
   EXPECT_EQ(CardByte, before);
   EXPECT_EQ(txt_File_Description.Text(), "Stage 2\r\n 98 £\r\n\"odd\" fuel\r\n");
+  EXPECT_EQ(notice_text.Text(), "Opened an earlier tune as " + folder_.Path("New1 2031-05-17 10-00-00.kxs"));
+  EXPECT_EQ(tune_source, "Not saved yet");
   EXPECT_EQ(Earlier_Tunes()[0].tune.origin, folder_.Path() + "/");
   Undo();
   EXPECT_EQ(CardByte[map::fuel_load.first], 9);
@@ -93,7 +97,9 @@ TEST_F(Earlier_Tunes_Test, Saving_One_That_Was_Opened_Goes_Over_Nothing) {
 
 TEST_F(Earlier_Tunes_Test, Every_Command_That_Takes_The_Whole_Tune_Keeps_It) {
   int kept = 0;
+  std::string source = "Not saved yet";
   const auto expect_kept = [&](const char* by) {
+    EXPECT_EQ(Earlier_Tunes()[0].tune.origin, std::exchange(source, tune_source)) << by;
     EXPECT_EQ(static_cast<int>(Earlier_Tunes().size()), ++kept) << by;
     EXPECT_EQ(Newest(), 70 + kept) << by;
     Edit(71 + kept);
@@ -103,6 +109,7 @@ TEST_F(Earlier_Tunes_Test, Every_Command_That_Takes_The_Whole_Tune_Keeps_It) {
   for (int i = 0; i < 256; ++i)
     Log_Dataset_Text += std::to_string(i == map::dataset ? DatasetID : 1) + "\r\n";
   Log_Dataset_Text += "[end log_dataset]\r\n";
+  Log_File_Name = "pull.kxl";
   cmd_Export_Log_kxs_settings_Click();
   expect_kept("settings of a log");
   const int other = User_Preset == 0 ? 1 : 0;
@@ -110,6 +117,7 @@ TEST_F(Earlier_Tunes_Test, Every_Command_That_Takes_The_Whole_Tune_Keeps_It) {
   if (Lists_Changes(changes)) Expect_Box(changes);
   Mod_combo_Chosen(other);
   expect_kept("a preset");
+  EXPECT_EQ(tune_source, "Box settings of the log pull.kxl");
 }
 
 TEST_F(Earlier_Tunes_Test, Identical_Ones_Are_There_Once_And_The_Newest_50_Stay) {
