@@ -7,6 +7,7 @@
 #include "settings/session.h"
 #include "sim/pty_box.h"
 #include "widgets/form_helpers.h"
+#include "workspace/file_habits.h"
 
 namespace kx {
 namespace {
@@ -52,6 +53,9 @@ TEST_F(Live_Log_Form, Start_Shows_The_Drive_And_Stop_Keeps_It) {
   }
   EXPECT_FALSE(Part<QPushButton>(Window("KX_prefs"), "ApplyButton")->isEnabled());
   EXPECT_FALSE(In_Log<QAction>("Log_File_Open")->isEnabled());
+  EXPECT_FALSE(Can_Open_By_Name("other.kxl")) << "the pointer refuses a drop";
+  EXPECT_FALSE(Open_By_Name("other.kxl"));
+  EXPECT_TRUE(Can_Open_By_Name("tune.KXS"));
   Press("cmd_ZoomIn");
 
   const int received = Log_Row_Count;
