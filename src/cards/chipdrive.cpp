@@ -138,6 +138,9 @@ void Show_Search(bool found) {
   txt_Chipdrive_status.Set(found ? card_words::reader_ok : card_words::no_reader);
 }
 
+/// Only the search and the pause behind it have waits: what is known is whether the reader has answered.
+void End_Early(std::string_view) { Show_Search(Reader_Found); }
+
 /// The pointer says wait while this lives.
 struct Wait_Pointer {
   Wait_Pointer() { Show_Wait_Pointer(true); }
@@ -169,11 +172,11 @@ void Chipdrive_Connect() {
   if (!Reader_Found) Tell("No programmer found");
 }
 
-void Find_Chipdrive_Click() { Run_Card_Operation(Chipdrive_Connect); }
+void Find_Chipdrive_Click() { Run_Card_Operation(Chipdrive_Connect, End_Early); }
 
-void Command1_Click() { Run_Card_Operation(Read); }
+void Command1_Click() { Run_Card_Operation(Read, End_Early); }
 
-void Command2_Click() { Run_Card_Operation(Write); }
+void Command2_Click() { Run_Card_Operation(Write, End_Early); }
 
 void timer_Chipdrive_Tick() { Chipdrive_Delay_Done = true; }
 

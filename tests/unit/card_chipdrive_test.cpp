@@ -75,6 +75,15 @@ TEST_F(Chipdrive, The_Pause_Ends_With_The_Program_And_With_Close_Port) {
   }
 }
 
+TEST_F(Chipdrive, A_Search_That_Is_Ended_Does_Not_Stay_At_Its_Beginning) {
+  loop_.on_turn = [] { End_Transfer(); };
+  for (void (*const click)() : {Find_Chipdrive_Click, Command1_Click, Command2_Click}) {
+    words_.clear();
+    click();
+    EXPECT_THAT(words_, ElementsAre("< Searching... >", "< No Reader >"));
+  }
+}
+
 TEST_F(Chipdrive, The_Second_Search_Tries_Two_Ports) {
   Timer1_Tick();
   EXPECT_EQ(words_.back(), "< Card Reader OK >");

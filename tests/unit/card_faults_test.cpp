@@ -1,4 +1,5 @@
 #include <numeric>
+#include <ostream>
 
 #include "cards/todos_bench.h"
 #include "settings/message.h"
@@ -27,6 +28,9 @@ struct Operation {
   std::string word;  ///< of success, or how it begins
   std::vector<Fault> faults;
 };
+
+/// For the line that tells which of them failed.
+[[maybe_unused]] void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
 
 Steps From_To(int first, int last) {
   Steps steps(static_cast<std::size_t>(last - first + 1));
