@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QSplitter>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -96,8 +97,9 @@ KX_Log::KX_Log(QWidget* parent)
   Make_View_Menu();
   Guard_Wheels_In(this);
   resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 40);
+  statusBar()->addWidget(Notice_Line("log_notice"), 1);
   connect(live_, &Log_Live_Panel::Log_Cleared, this, [this] {
-    chart_->Forget_Point();
+    Forget_Points();
     Clear_FileTextWindow();
   });
   Set_Hooks();
@@ -163,7 +165,7 @@ void KX_Log::Make_Menus() {
   QAction* leave = file->addAction("&Close", this, &QWidget::close);
   leave->setObjectName("Log_Close");
   QMenu* log = menuBar()->addMenu("&Log");
-  Entry(log, "Start_Logg", "&Start or stop", QKeySequence("F9"), cmd_Open_Com_Click);
+  start_entry_ = Entry(log, "Start_Logg", "&Start or stop", QKeySequence("F9"), cmd_Open_Com_Click);
   Entry(log, "Log_Preferenses", "Log se&ttings...", QKeySequence("F2"), [this] { setup_->Open(*this); });
   Entry(log, "Omport_default_sensors", "&Import default sensors", {}, cmd_Import_Default_Sensors_Click);
 }
@@ -206,7 +208,12 @@ void KX_Log::Show_File() {
   settings_.Show();
   if (shown_log_ == Text(Log_File_Name)) return;
   shown_log_ = Text(Log_File_Name);
+  Forget_Points();
+}
+
+void KX_Log::Forget_Points() {
   chart_->Forget_Point();
+  if (rpm_) rpm_->Forget_Point();
 }
 
 void KX_Log::Update_Chart() {
@@ -220,6 +227,8 @@ void KX_Log::Show_Live() {
   chart_->Show_Graph(!view.only_to_file);
   chart_->Redraw_Button().setEnabled(view.log_buttons_enabled);
   for (QAction* entry : file_entries_) entry->setEnabled(view.log_buttons_enabled);
+  start_entry_->setEnabled(view.button_enabled);
+  emit Start_Enabled(view.button_enabled);
 }
 
 void KX_Log::Show_Rpm_Graph() {

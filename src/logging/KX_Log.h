@@ -37,6 +37,9 @@ class KX_Log : public QMainWindow {
   /// The user asks for the setting summary.
   void Summary_Wanted();
 
+  /// START and STOP work, or not: one is under way.
+  void Start_Enabled(bool enabled);
+
  protected:
   void closeEvent(QCloseEvent* event) override;
 
@@ -52,6 +55,7 @@ class KX_Log : public QMainWindow {
   void Update_Chart();
   void Show_Live();
   void Show_Rpm_Graph();
+  void Forget_Points();
   void Export_Picture();
   void Get_Default_Window_Size();
   void Save_Log_Window_Size();
@@ -65,7 +69,8 @@ class KX_Log : public QMainWindow {
   std::unique_ptr<KX_RPM> rpm_;
   std::unique_ptr<Maf_Text_Window> maf_;
   std::vector<QAction*> file_entries_;  ///< what would take the place of a log that runs
-  QString shown_log_;                   ///< name of the log whose point may be read out
+  QAction* start_entry_ = nullptr;
+  QString shown_log_;  ///< name of the log whose point may be read out
 };
 
 }  // namespace kx

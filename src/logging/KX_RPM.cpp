@@ -37,9 +37,11 @@ KX_RPM::KX_RPM(QWidget* parent)
   layout->addWidget(line_data_);
   setCentralWidget(page);
   Make_Menu();
-  connect(MSChart2_, &Log_Chart::Point_Picked, this,
-          [this](std::size_t index) { Guarded([=, this] { Show_All_Point_Values(index); }); });
+  connect(MSChart2_, &Log_Chart::Point_Picked, this, [this](std::size_t index) {
+    Guarded([=, this] { Show_All_Point_Values(First_Row() + static_cast<int>(index)); });
+  });
   resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 32);
+  Clear_LineTextWindow();
   Show_RPM();
 }
 
@@ -61,15 +63,26 @@ void KX_RPM::Show_RPM() {
   const Log_Stretch stretch(First_Row(), Log_Chart_Last);
   MSChart2_->Show(stretch.Column(Slot_Of(Log_Signal::RPM)), "Engine speed [rpm]", stretch.Ticked(), {}, {},
                   no_signal_text);
-  MSChart2_->Mark(std::nullopt);
+  Show_Mark();
+}
+
+void KX_RPM::Forget_Point() {
+  point_.reset();
   Clear_LineTextWindow();
+  Show_Mark();
+}
+
+void KX_RPM::Show_Mark() {
+  const bool shown = point_ && *point_ >= First_Row() && *point_ <= Log_Chart_Last;
+  MSChart2_->Mark(shown ? std::optional(static_cast<std::size_t>(*point_ - First_Row())) : std::nullopt);
 }
 
 void KX_RPM::Clear_LineTextWindow() { line_data_->setPlainText(line_data_hint); }
 
-void KX_RPM::Show_All_Point_Values(std::size_t index) {
-  line_data_->setPlainText(Text(Point_Values(First_Row() + static_cast<int>(index), Point_Head::rpm)));
-  MSChart2_->Mark(index);
+void KX_RPM::Show_All_Point_Values(int row) {
+  point_ = row;
+  line_data_->setPlainText(Text(Point_Values(row, Point_Head::rpm)));
+  Show_Mark();
 }
 
 }  // namespace kx

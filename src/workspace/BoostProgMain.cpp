@@ -19,7 +19,6 @@
 #include "platform/seams.h"
 #include "settings/brand.h"
 #include "settings/history.h"
-#include "settings/notice.h"
 #include "settings/refresh.h"
 #include "settings/tune_being_edited.h"
 #include "widgets/elided_label.h"
@@ -78,6 +77,7 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   prefs_ = std::make_unique<KX_prefs>();
   connect(communication_, &Communication_Panel::Transfers_Enabled, prefs_.get(), &KX_prefs::Enable_Apply);
   log_ = std::make_unique<KX_Log>();
+  connect(log_.get(), &KX_Log::Start_Enabled, direct_start_, &QAction::setEnabled);
   connect(log_.get(), &KX_Log::Summary_Wanted, this, &BoostProgMain::Open_Summary);
   todos_ = std::make_unique<frm_TodosII>();
   connect(communication_, &Communication_Panel::Transfers_Enabled, todos_.get(),
@@ -256,6 +256,7 @@ void BoostProgMain::Make_Log_Menu() {
   QAction* start = log->addAction("&Start or stop a log");
   start->setObjectName("Direct_startlog");
   start->setShortcut(QKeySequence("F9"));
+  direct_start_ = start;
   On_Trigger(start, [this] {
     cmd_Open_Com_Click();
     Open_Log_Window();

@@ -70,6 +70,7 @@ class BoostProgMain : public QMainWindow {
   std::unique_ptr<KX_3Dmap> map3d_;
   std::unique_ptr<KX_Sensor_Editor> sensor_editor_;
   std::unique_ptr<KX_Earlier_Tunes> earlier_;
+  QAction* direct_start_ = nullptr;
   QAction* sensor_settings_;
   std::unique_ptr<KX_prefs> prefs_;
   std::unique_ptr<KX_Log> log_;

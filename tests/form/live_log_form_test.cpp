@@ -1,6 +1,8 @@
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
+#include "boxlink/transfer.h"
 #include "log_form_fixture.h"
 #include "logging/live_log.h"
 #include "settings/ini_file_adm.h"
@@ -95,6 +97,45 @@ TEST_F(Live_Log_Form, Silence_Is_Told_And_A_Log_To_File_Draws_Nothing) {
   EXPECT_TRUE(log_->close()) << "the log ends with its window";
   EXPECT_FALSE(Log_Running());
   EXPECT_EQ(Log_Rows, 0) << "decoded when it is opened";
+}
+
+/// Whichever window START was pressed in, its own line says why nothing happens; a start that is under way
+/// can not be asked for again, by no key.
+TEST_F(Live_Log_Form, Start_Says_Why_It_Waits_And_Is_Off_While_It_Works) {
+  Run_Transfer({}, [this] { Press("cmd_Open_Com"); });
+  const QString why = "A transfer has the line. START works when it has ended.";
+  EXPECT_EQ(In_Log<QLabel>("log_notice")->text(), why);
+  EXPECT_EQ(Find<QLabel>("notice_text")->text(), why);
+  log_settings.check_SettingsInLogg = true;
+  int seen = 0;
+  const auto show = live_log_hooks.show;
+  live_log_hooks.show = [&] {
+    show();
+    if (Shown_Live_Log().button != "Reading box settings") return;
+    ++seen;
+    EXPECT_FALSE(In_Log<QAction>("Start_Logg")->isEnabled());
+    EXPECT_FALSE(Find<QAction>("Direct_startlog")->isEnabled());
+  };
+  Press("cmd_Open_Com");
+  EXPECT_GT(seen, 0);
+  EXPECT_EQ(In_Log<QLabel>("log_notice")->text(), "");
+  EXPECT_TRUE(In_Log<QAction>("Start_Logg")->isEnabled());
+  EXPECT_TRUE(Find<QAction>("Direct_startlog")->isEnabled());
+  live_log_hooks.show = show;
+  ASSERT_TRUE(Comes([] { return Log_Row_Count > 5; }));
+  Press("Command9");
+  auto* rpm = Window("KX_RPM");
+  emit Part<Log_Chart>(rpm, "MSChart2")->Point_Picked(2);
+  const QString read = Part<QPlainTextEdit>(rpm, "txt_LineData")->toPlainText();
+  EXPECT_TRUE(read.contains("; RPM - ")) << read.toStdString();
+  const int row = Log_Row_Count;
+  ASSERT_TRUE(Comes([=] { return Log_Row_Count > row + 5; }));
+  EXPECT_EQ(Part<QPlainTextEdit>(rpm, "txt_LineData")->toPlainText(), read)
+      << "it stays while the log runs on";
+  auto* mark = Part<Log_Chart>(rpm, "MSChart2")->findChild<QCPItemStraightLine*>();
+  ASSERT_NE(mark, nullptr);
+  EXPECT_TRUE(mark->visible());
+  Press("cmd_Open_Com");
 }
 
 }  // namespace
