@@ -36,13 +36,17 @@ constexpr const char* open_failed = "Could not open Com port. Please check setti
 enum class Phase { idle, reading_settings, opening };
 
 Phase phase = Phase::idle;
+bool start_given_up = false;      // by the closing of the window that it was asked for in
 std::shared_ptr<Live_Log> live;   // while it has the line
 std::shared_ptr<Live_Log> ended;  // from leaving the line to the end of its stop sequence
 
 /// A start is entered once; whatever ends it, the button comes back.
 class Start_Guard {
  public:
-  Start_Guard() { Set(Phase::opening); }
+  Start_Guard() {
+    start_given_up = false;
+    Set(Phase::opening);
+  }
   ~Start_Guard() { Set(Phase::idle); }
   Start_Guard(const Start_Guard&) = delete;
   Start_Guard& operator=(const Start_Guard&) = delete;
@@ -60,7 +64,7 @@ struct Section_Texts {
 
 bool Settings_Were_Read() {
   const std::string& status = rs232_text.Text();
-  return Box_Info_OK && !Closing && !status.starts_with(words::read_aborted) &&
+  return Box_Info_OK && !Closing && !start_given_up && !status.starts_with(words::read_aborted) &&
          status.find(words::communication_error) == std::string::npos &&
          status.find("Failed to open") == std::string::npos;
 }
@@ -107,12 +111,19 @@ bool Open_Log_Port() {
   return true;
 }
 
+/// The second half of the end. Behind the split that the log was ended in, so that no text is in two hands.
+void Finish_Ended_Log() {
+  if (!ended || ended->Splitting()) return;
+  std::exchange(ended, nullptr)->Finish();
+}
+
 void Make_Timers() {
   if (live_timers.Timer1) return;
   live_timers.Timer1 = platform::seams.event_loop->Make_Timer();
   live_timers.Timer1->Set_Interval(first_update_tick_ms);
   live_timers.Timer1->On_Tick([] {
     if (const auto log = live) log->Update_Tick();
+    Finish_Ended_Log();
   });
   live_timers.timer_LogAlert = platform::seams.event_loop->Make_Timer();
   live_timers.timer_LogAlert->Set_Interval(alert_tick_ms);
@@ -143,10 +154,6 @@ void Enable_Buttons_after_log() {
   live_timers.timer_LogAlert->Set_Enabled(false);
 }
 
-void Finish_Ended_Log() {
-  if (const auto log = std::exchange(ended, nullptr)) log->Finish();
-}
-
 /// Whoever ends the operation, the log leaves the line at once and is finished behind the handler.
 void Give_Line_Back(std::string_view) {
   if (!live) return;
@@ -163,13 +170,22 @@ void Stop_Log() {
 
 void Start_Log() {
   const Start_Guard guard;
-  if (!Check_If_Unsaved_File()) return;
+  if (notice_text.Text() == line_in_use) Show_Notice("");
+  if (!Check_If_Unsaved_File() || start_given_up) return;
   Kept_Tune tune;
   Section_Texts texts;
   if (log_settings.check_SettingsInLogg) texts = Read_Box(tune);
-  if (Closing) return;
+  if (start_given_up) tune.Bring_Back();
+  if (Closing || start_given_up) return;
   Run_Transfer({.end_early = Give_Line_Back, .goes_on = Log_Running, .rest = Enable_Buttons_after_log},
                [&] { Take_Port(tune, std::move(texts)); });
+}
+
+/// A start that still reads the box, or waits for an answer, ends at that wait.
+void Give_Up_Start() {
+  if (phase == Phase::idle || Log_Running()) return;
+  start_given_up = true;
+  if (phase == Phase::reading_settings) End_Transfer();
 }
 
 }  // namespace
@@ -182,7 +198,7 @@ bool Log_Running() { return live != nullptr; }
 
 void cmd_Open_Com_Click() {
   if (Log_Running()) return Stop_Log();
-  if (phase != Phase::idle) return;
+  if (phase != Phase::idle || ended) return;
   if (Transfer_Running()) return Show_Notice(line_in_use);
   Start_Log();
 }
@@ -198,7 +214,7 @@ void Clear_Data_Arrays() {
 }
 
 void cmd_Clear_Logg_Click() {
-  if (Log_Running()) return;
+  if (Log_Running() || ended) return;
   if (!Check_If_Unsaved_File()) return;
   Log_File_Present = Log_File_Unsaved = false;
   Clear_Data_Arrays();
@@ -206,21 +222,28 @@ void cmd_Clear_Logg_Click() {
 }
 
 bool Finish_Log_For_Close() {
+  Give_Up_Start();
   if (Log_Running()) Stop_Log();
   Finish_Ended_Log();
-  return Check_If_Unsaved_File();
+  return !ended && Check_If_Unsaved_File();
+}
+
+bool Decode_Live_Log_Again() {
+  if (!live) return false;
+  live->Decode_Again();
+  return true;
 }
 
 Live_Log_View Shown_Live_Log() {
   Live_Log_View view;
-  view.button_enabled = phase == Phase::idle;
+  view.button_enabled = phase == Phase::idle && !ended;
+  view.log_buttons_enabled = !live && !ended;
   if (phase == Phase::reading_settings) {
     view.button = "Reading box settings";
     view.button_font = 8;
   }
   if (!live) return view;
   view.button = "STOP";
-  view.log_buttons_enabled = false;
   view.logging_alert = live->Alert() == Shown_Alert::logging;
   view.alert_inverted = live->Alert_Inverted();
   view.no_connection_alert = live->Alert() == Shown_Alert::no_connection;
@@ -232,6 +255,7 @@ void Reset_Live_Log() {
   live.reset();
   ended.reset();
   phase = Phase::idle;
+  start_given_up = false;
   live_timers = {};
   live_log_hooks = {};
   Log_Row_Count = 0;

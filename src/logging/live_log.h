@@ -23,9 +23,14 @@ void cmd_Clear_Logg_Click();
 /// Empties the log in memory without a question: rows, texts, counts, chart range and read-outs.
 void Clear_Data_Arrays();
 
-/// To be called when KX_Log or the program is about to close, while boxes still open: ends the log that runs,
-/// then asks about an unsaved one. False when the user wanted it saved and it has not come to be.
+/// To be called when KX_Log or the program is about to close, while boxes still open: ends the log that runs
+/// or is being started, then asks about an unsaved one. False when the user wanted it saved and it has not
+/// come to be, or when the log waits for an answer about one of its parts: it is finished behind that.
 bool Finish_Log_For_Close();
+
+/// For a change of settings while a log runs: decodes the rows on show anew, as many as that takes. False
+/// when no log runs.
+bool Decode_Live_Log_Again();
 
 /// True from a start that has opened the port to its stop.
 [[nodiscard]] bool Log_Running();

@@ -12,6 +12,7 @@
 #include "logging/live_log.h"
 #include "logging/log_array.h"
 #include "logging/log_files.h"
+#include "logging/log_parts.h"
 #include "logging/log_reader.h"
 #include "logging/log_settings.h"
 #include "logging/log_state.h"
@@ -57,18 +58,6 @@ void Set_Update_Interval() {
     Tell(failure.what(), platform::Icon::critical);
   }
 }
-
-/// Sets a flag for as long as it lives, whatever happens meanwhile.
-class Flag_Guard {
- public:
-  explicit Flag_Guard(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Flag_Guard() { flag_ = false; }
-  Flag_Guard(const Flag_Guard&) = delete;
-  Flag_Guard& operator=(const Flag_Guard&) = delete;
-
- private:
-  bool& flag_;
-};
 
 /// A step of the stop sequence: what fails in it must not keep the next from saving the log.
 void Try(const std::function<void()>& step) {
@@ -186,10 +175,21 @@ void Live_Log::Touch_Port(Alert_Action action) const {
   MSComm1.InputLen = log_chunk_length_recovered;
 }
 
+/// A log whose chart fails goes on being received.
+void Live_Log::Update_Chart_Or_Time() {
+  try {
+    if (log_settings.check_LogToFileOnly) return Count_File_Time();
+    Update_Live_Chart();
+  } catch (const std::exception& failure) {
+    reception_.Log_Reception_On = true;
+    Tell_Failed_Once(failure.what());
+  }
+}
+
 /// While the rows are decoded and drawn no chunk is taken: what waits in the port afterwards tells whether
-/// the computer keeps up. A log whose chart fails goes on being received.
+/// the computer keeps up.
 void Live_Log::Update_Tick() {
-  if (log_settings.check_LogToFileOnly) return Count_File_Time();
+  if (log_settings.check_LogToFileOnly) return Update_Chart_Or_Time();
   reception_.Log_Reception_On = false;
   live_timers.Timer1->Set_Enabled(false);
   try {
@@ -201,12 +201,7 @@ void Live_Log::Update_Tick() {
     cmd_Open_Com_Click();
     return Tell(overload_text, platform::Icon::critical);
   }
-  try {
-    Update_Live_Chart();
-  } catch (const std::exception& failure) {
-    reception_.Log_Reception_On = true;
-    Tell_Failed_Once(failure.what());
-  }
+  Update_Chart_Or_Time();
   reception_.Log_Reception_On = true;
   live_timers.Timer1->Set_Enabled(Log_Running());
 }
@@ -234,8 +229,6 @@ void Live_Log::Count_File_Time() {
   Show_Log(log_view_hooks.show_file);
   if (Log_Elapsed > longest_counted) {
     Fast_Save_Long_Log_File();
-    Log_Elapsed = 0;
-    Note_Log_Begin();
   } else {
     Split_If_Long();
   }
@@ -250,6 +243,7 @@ void Live_Log::Tell_Failed_Once(const std::string& what) {
 }
 
 void Live_Log::Leave_Line() {
+  left_line_ = true;
   reception_.Log_Reception_On = false;
   try {
     if (!Log_Stopped_By_Overload) MSComm1.Output(" ");
@@ -267,6 +261,8 @@ void Live_Log::Finish() {
   if (!log_settings.check_LogToFileOnly) Try(Decode_Whole_Log);
   Mark_Log_Unsaved();
   if (log_settings.check_AutoSave) Try([] { (void)Log_File_Auto_Save(); });
+  const int rows = Row_Count_Of(Log_Data_Text);
+  if (Log_File_Unsaved && rows > log_capacity) Tell(Long_Log_Text(rows), platform::Icon::information);
   Try([&] { tune_.Bring_Back(); });
   cmd_Show_Current_Data_Clear();
   Show_Live_Log();

@@ -64,8 +64,15 @@ class Live_Log {
   /// Stops the stream and gives the port back. The first half of the one way out.
   void Leave_Line();
 
-  /// The second half: backup, decoding, saving, the tune and the report.
+  /// The second half: backup, decoding, saving, the tune and the report. Not while Splitting().
   void Finish();
+
+  /// True while a part is being saved, which may ask the user. A log that is ended meanwhile is finished
+  /// behind that.
+  [[nodiscard]] bool Splitting() const { return splitting_; }
+
+  /// Decodes the rows on show anew: the settings give other sensors to the slots.
+  void Decode_Again();
 
   [[nodiscard]] Shown_Alert Alert() const { return alert_; }
   [[nodiscard]] bool Alert_Inverted() const { return inverted_; }
@@ -73,13 +80,16 @@ class Live_Log {
  private:
   void Set_Alert(Shown_Alert alert);
   void Touch_Port(Alert_Action action) const;
+  void Update_Chart_Or_Time();
   void Update_Live_Chart();
   void Count_File_Time();
   void Split_If_Long();
   void Fast_Save_Long_Log_File();
   [[nodiscard]] Chunk_Outcome Take_Waiting_Chunk();
+  void Split();
+  [[nodiscard]] std::string Input_At_Split() const;
   [[nodiscard]] bool Save_Part(std::string& whole);
-  void Begin_Next_Part(const std::string& behind, const std::string& came);
+  void Begin_Next_Part(const std::string& behind, const std::string& came, bool row_goes_on);
   void Tell_Lost_Once();
   void Tell_Failed_Once(const std::string& what);
   void Report() const;
@@ -93,10 +103,25 @@ class Live_Log {
   bool inverted_ = false;
   bool Log_OnComm_Busy = false;
   bool Log_Stopped_By_Overload = false;
-  double Log_Elapsed = 0;  // s counted in log-to-file-only mode since the file began
-  bool may_split_ = true;  // cleared by a part that could not be saved: all that follows stays with it
+  double Log_Elapsed = 0;       // s counted in log-to-file-only mode since the file began
+  std::size_t shown_from_ = 0;  // position in Log_Data_Text behind which the rows on show begin
+  bool may_split_ = true;       // cleared by a part that could not be saved: all that follows stays with it
+  bool splitting_ = false;
+  bool left_line_ = false;
   bool lost_told_ = false;
   bool failure_told_ = false;
+};
+
+/// Sets a flag for as long as it lives, whatever happens meanwhile.
+class Flag_Guard {
+ public:
+  explicit Flag_Guard(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Flag_Guard() { flag_ = false; }
+  Flag_Guard(const Flag_Guard&) = delete;
+  Flag_Guard& operator=(const Flag_Guard&) = delete;
+
+ private:
+  bool& flag_;
 };
 
 /// The timers of the live log, made at the first start.

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -7,10 +8,11 @@
 #include "logging/live_log_owner.h"
 #include "logging/log_array.h"
 #include "logging/log_files.h"
+#include "logging/log_parts.h"
+#include "logging/log_reader.h"
 #include "logging/log_settings.h"
 #include "logging/log_state.h"
 #include "settings/failure.h"
-#include "settings/numbers.h"
 #include "settings/text_encoding.h"
 
 /// A long log becomes a series of numbered files while it runs on.
@@ -18,15 +20,13 @@ namespace kx {
 namespace {
 
 constexpr int header_lines = 3;
-constexpr std::size_t name_end_length = 7;  // "001.kxl"
-
-std::string Part_Name_End(int part) { return Format(part, "000") + ".kxl"; }
+constexpr const char* first_number = "001.kxl";
 
 /// Name of the first part: that of the single file, date, time and number.
 std::string First_Part_Name(const std::string& single) {
   std::string mark = "_" + log_settings.txt_Log_Date + log_settings.txt_Log_Time + "_";
   mark = Sound_File_Name(From_Windows_1252(mark));
-  return single.substr(0, single.size() - 4) + mark + Part_Name_End(1);
+  return single.substr(0, single.size() - 4) + mark + first_number;
 }
 
 /// Position behind line @p count of @p text; the end when it has no more.
@@ -49,15 +49,6 @@ std::string Close_Part() {
   return behind;
 }
 
-/// Nothing of a device that has gone, which the ticks tell of.
-std::string Waiting_Input() {
-  try {
-    return MSComm1.Input();
-  } catch (const Failure&) {
-    return {};
-  }
-}
-
 }  // namespace
 
 /// Lines that no reader decodes count here as well, so that a file never has more than it may hold.
@@ -76,13 +67,35 @@ bool Live_Log::Save_Part(std::string& whole) {
   stream_ = &whole;
   may_split_ = false;
   reception_.Log_Reception_On = true;
-  return Log_File_Auto_Save();
+  try {
+    return Log_File_Auto_Save();
+  } catch (const std::exception& failure) {
+    Tell_Failed_Once(failure.what());
+    return false;
+  }
 }
 
-/// A part that can not be saved stays: the log goes on in one text, which nothing is cut from any more.
+/// Nothing of a device that has gone, which the ticks tell of, or of a line that is another's by now.
+std::string Live_Log::Input_At_Split() const {
+  try {
+    return left_line_ ? std::string() : MSComm1.Input();
+  } catch (const Failure&) {
+    return {};
+  }
+}
+
 void Live_Log::Fast_Save_Long_Log_File() {
+  if (may_split_) {
+    const Flag_Guard splitting(splitting_);
+    Split();
+  }
   Log_Row_Count = 0;
-  if (!may_split_) return;
+  shown_from_ = may_split_ ? 0 : Whole_Lines(Log_Data_Text).size();
+}
+
+/// A part that can not be saved stays: the log goes on in one text, which nothing is cut from any more until
+/// the log ends.
+void Live_Log::Split() {
   log_settings.check_AutoSave = true;
   std::string whole = Log_Data_Text;
   const std::size_t received = whole.size();
@@ -94,36 +107,57 @@ void Live_Log::Fast_Save_Long_Log_File() {
   }
   const std::string behind = Close_Part();
   Log_Rows = static_cast<int>(std::ranges::count(Log_Data_Text, '\n')) - header_lines;
+  log_settings.txt_Log_Length = Log_Length_Text(Log_Rows);
   Log_Chart_First = 1;
   Log_Chart_Last = Log_Rows;
   Mark_Log_Unsaved();
   Log_Directory = directory_;
   may_split_ = Save_Part(whole);
-  const bool came = whole.size() != received;
-  if (may_split_) return Begin_Next_Part(behind, came ? whole.substr(std::min(saved, whole.size())) : "");
+  if (may_split_) {
+    const bool came = whole.size() != received && whole.size() > saved;
+    return Begin_Next_Part(behind, whole.substr(std::min(saved, whole.size())), came);
+  }
   Log_Data_Text = whole;
   if (Log_Chunk_No == 1) Log_File_Name = single;
   if (Log_Chunk_No == 1) Log_Chunk_No = 0;
 }
 
-/// The row in progress is lost between two parts, wherever its end is; but not when rows @p came, from their
-/// beginning on, while the part was being saved. The backup
-/// knows no parts.
-void Live_Log::Begin_Next_Part(const std::string& behind, const std::string& came) {
-  const std::string waiting = Waiting_Input();
+/// @p came begins with the row in progress. That one is lost between two parts, wherever its end is, unless
+/// @p row_goes_on: more came while the part was being saved. The backup, which begins anew with what no file
+/// has, keeps it.
+void Live_Log::Begin_Next_Part(const std::string& behind, const std::string& came, bool row_goes_on) {
+  const std::string waiting = Input_At_Split();
   const std::size_t end = waiting.find("\r\n");
-  reception_.skip_half_row = came.empty() && end == std::string::npos;
-  reception_.Log_Rx_Text = !came.empty()              ? came + waiting
+  reception_.skip_half_row = !row_goes_on && end == std::string::npos;
+  reception_.Log_Rx_Text = row_goes_on                ? came + waiting
                            : reception_.skip_half_row ? std::string()
                                                       : waiting.substr(end + 2);
+  log_settings.txt_Log_Length = Log_Length_Text(0);
   Note_Log_Begin();
   Log_Data_Text =
       "[log_data]" + Crlf() + reception_.Log_Start_String + Crlf() + behind + reception_.Log_Rx_Text;
+  Log_Elapsed = 0;
   ++Log_Chunk_No;
-  Log_File_Name.resize(Log_File_Name.size() - name_end_length);
-  Log_File_Name += Part_Name_End(Log_Chunk_No);
+  Log_File_Name = Next_Part_Name(Log_File_Name);
   Mark_Log_Unsaved();
-  backup_.Print(waiting);
+  const Log_Settings& begun = log_settings;
+  if (!backup_.Begin_Anew(begun.txt_Log_Date, begun.txt_Log_Time, behind + came + waiting)) {
+    backup_.Print(waiting);
+  }
+}
+
+/// What stands before the rows on show may have lost its line end to a remark.
+void Live_Log::Decode_Again() {
+  if (splitting_ || log_settings.check_LogToFileOnly) return;
+  const std::size_t from = std::min(shown_from_, Log_Data_Text.size());
+  std::string_view shown = std::string_view(Log_Data_Text).substr(from);
+  if (from > 0 && Log_Data_Text[from - 1] != '\n') shown.remove_prefix(Behind_Lines(shown, 1));
+  LogArray.Clear();
+  Log_Row_Count = 0;
+  reception_.Log_Rx_Text = shown;
+  (void)KX_Log_Row_Data_Read(reception_.Log_Rx_Text);
+  Log_Chart_Last = std::min(Log_Chart_Last, Log_Row_Count);
+  Log_Chart_First = std::min(Log_Chart_First, std::max(Log_Chart_Last, 1));
 }
 
 }  // namespace kx

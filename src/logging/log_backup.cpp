@@ -12,6 +12,10 @@ namespace {
 constexpr std::string_view opening = "[log_data]";
 constexpr std::string_view ending = "[end_log_data]";
 
+std::string Opening_Line(const std::string& date, const std::string& time) {
+  return std::string(opening) + " 'Backup of last made logging " + date + " " + time + Crlf();
+}
+
 /// The settings of the log as the controls have them, and what was read of the box.
 std::string Texts_Behind(bool box_settings) {
   const std::string end = Crlf();
@@ -37,7 +41,17 @@ void Log_Backup::Init_Logg_Backup_File(const std::string& date, const std::strin
   waiting_.clear();
   const auto opened = file_.Open(Log_Backup_Path(), platform::Append_File::Start::empty);
   Tell_Once(opened);
-  Print(std::string(opening) + " 'Backup of last made logging " + date + " " + time + Crlf());
+  Print(Opening_Line(date, time));
+}
+
+/// Closed meanwhile: some systems rename nothing over an open file.
+bool Log_Backup::Begin_Anew(const std::string& date, const std::string& time, std::string_view received) {
+  Tell_Once(file_.Close());
+  const std::string content = Opening_Line(date, time) + std::string(received);
+  const bool replaced = platform::Replace_File(Log_Backup_Path(), content).Ok();
+  if (replaced) waiting_.clear();
+  Tell_Once(file_.Open(Log_Backup_Path(), platform::Append_File::Start::at_end));
+  return replaced;
 }
 
 void Log_Backup::Print(std::string_view text) {

@@ -5,8 +5,8 @@
 
 #include "platform/files.h"
 
-/// The crash copy of a live log: what has been received is with the operating system as soon as it is taken,
-/// so that a killed program leaves it.
+/// The crash copy of a live log: what has been received and is in no other file is with the operating system
+/// as soon as it is taken, so that a killed program leaves it.
 namespace kx {
 
 /// In the program's folder, start_dir.
@@ -20,6 +20,11 @@ class Log_Backup {
  public:
   /// Replaces the backup of the log before and writes the opening line with @p date and @p time.
   void Init_Logg_Backup_File(const std::string& date, const std::string& time);
+
+  /// The log before is in a file of its own: replaces the backup by an opening line with @p date and @p time
+  /// and @p received, all that has come since. The new content is on the disk before the old one goes. False
+  /// when it could not be replaced: the old content goes on then.
+  bool Begin_Anew(const std::string& date, const std::string& time, std::string_view received);
 
   /// Adds received text as it stands.
   void Print(std::string_view text);

@@ -1,9 +1,12 @@
 #include "logging/log_files.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "logging/file_panel.h"
+#include "logging/log_array.h"
 #include "logging/log_backup.h"
+#include "logging/log_parts.h"
 #include "logging/log_reader.h"
 #include "logging/log_repair.h"
 #include "logging/log_sections.h"
@@ -14,6 +17,7 @@
 #include "platform/seams.h"
 #include "settings/brand.h"
 #include "settings/message.h"
+#include "settings/notice.h"
 #include "settings/recent_files.h"
 #include "settings/session.h"
 #include "settings/text_encoding.h"
@@ -51,6 +55,33 @@ struct Log_Name_State {
   void Restore() const { Update_Current_Dir(directory + name); }
 };
 
+/// What a log that goes into several files must be again when one of them fails.
+struct Whole_Log {
+  Log_Name_State name = {};
+  std::string data = Log_Data_Text;
+  std::string length = log_settings.txt_Log_Length;
+  int first = Log_Chart_First;
+  int last = Log_Chart_Last;
+
+  void Restore() const {
+    Log_Data_Text = data;
+    log_settings.txt_Log_Length = length;
+    Log_Chart_First = first;
+    Log_Chart_Last = last;
+    name.Restore();
+  }
+};
+
+/// One name a part, from @p path on; there is no file of a further one yet.
+std::vector<std::string> Names_Of_Parts(std::string path, std::size_t count) {
+  std::vector<std::string> names{path};
+  while (names.size() < count) {
+    path = Next_Part_Name(path);
+    if (!platform::Exists(path)) names.push_back(path);
+  }
+  return names;
+}
+
 void Mark_Saved(bool present) {
   Log_File_Unsaved = false;
   Log_File_Present = present;
@@ -62,6 +93,58 @@ void Read_And_Show(const std::string& bytes, bool default_file) {
   Read_All_Log_Setting_Variables();
   KX_Log_Data_Read(default_file);
   Show_Log(log_view_hooks.show_chart);
+  const int rows = Row_Count_Of(Log_Data_Text);
+  if (rows > log_capacity) Show_Notice(Long_Log_Text(rows));
+}
+
+platform::File_Result Write_Log(const std::string& path) {
+  Update_Current_Dir(path);
+  Update_All_Log_Setting_Variables();
+  return Write_Asking(path, File_Bytes());
+}
+
+platform::File_Result Write_Part(const std::string& path, const std::string& data) {
+  Log_Data_Text = data;
+  Log_Chart_First = 1;
+  Log_Chart_Last = Row_Count_Of(data);
+  log_settings.txt_Log_Length = Log_Length_Text(Log_Chart_Last);
+  return Write_Log(path);
+}
+
+/// A log that is shown is shown anew; one that went to the file alone is not decoded here either.
+void Show_First_Part() {
+  if (!LogArray.Has(1, 0)) return;
+  KX_Log_Data_Read();
+  Show_Whole_Log();
+  Show_Log(log_view_hooks.show_chart);
+}
+
+/// From the last part to the first, which so is the log in hand at the end.
+bool Save_In_Parts(const std::string& path, const std::vector<std::string>& parts) {
+  const Whole_Log whole;
+  const std::vector<std::string> names = Names_Of_Parts(path, parts.size());
+  for (std::size_t part = parts.size(); part-- > 0;) {
+    const auto result = Write_Part(names[part], parts[part]);
+    if (result.Ok()) continue;
+    whole.Restore();
+    Tell(result.reason, platform::Icon::critical);
+    return false;
+  }
+  Show_First_Part();
+  Mark_Saved(Log_File_Present);
+  Tell(Saved_In_Parts_Text(Row_Count_Of(whole.data), names), platform::Icon::information);
+  return true;
+}
+
+bool Save_Default_File(const std::string& path) {
+  Update_All_Log_Setting_Variables();
+  const auto result = Write_Asking(path, File_Bytes());
+  if (result.Ok()) {
+    Keep_Default_Settings();
+  } else {
+    Tell(result.reason, platform::Icon::critical);
+  }
+  return result.Ok();
 }
 
 /// Date, time and remarks belong to the log, not to the way it is shown.
@@ -90,17 +173,16 @@ bool Open_File(const std::string& path, Log_Open as) {
 }
 
 bool Save_File(const std::string& path, Log_Open as) {
+  if (as == Log_Open::default_settings) return Save_Default_File(path);
+  const std::vector<std::string> parts = Parts_Of_Log(Log_Data_Text);
+  if (parts.size() > 1) return Save_In_Parts(path, parts);
   const Log_Name_State before;
-  if (as == Log_Open::log) Update_Current_Dir(path);
-  Update_All_Log_Setting_Variables();
-  const auto result = Write_Asking(path, File_Bytes());
-  if (!result.Ok()) {
-    before.Restore();
-    Tell(result.reason, platform::Icon::critical);
-  } else if (as == Log_Open::log) {
+  const auto result = Write_Log(path);
+  if (result.Ok()) {
     Mark_Saved(Log_File_Present);
   } else {
-    Keep_Default_Settings();
+    before.Restore();
+    Tell(result.reason, platform::Icon::critical);
   }
   return result.Ok();
 }

@@ -14,7 +14,9 @@ bool Open_File(const std::string& path, Log_Open as = Log_Open::log);
 
 /// Writes the log to @p path, settings as the controls hold them. A file that is write protected is asked
 /// about. True when the disk has confirmed it; else a box has told why, and name and mark of the log stay. As
-/// default settings it leaves them in any case.
+/// default settings it leaves them in any case. A log of more than 6000 rows goes into several files, @p path
+/// and those that follow it by number, which a box tells; the first of them is the log in hand then. No
+/// other file is replaced by these.
 bool Save_File(const std::string& path, Log_Open as = Log_Open::log);
 
 /// Saves without a dialog: a part of a long log under its number, any other log under the default name with

@@ -76,7 +76,7 @@ int Decode_Rows(std::string_view data_section, Log_Array& target) {
   int count = 0;
   while (!rows.empty() && !first.empty() && count < log_capacity) {
     const std::string_view row = Next_Line(rows);
-    if (row.size() >= first.size() && !Is_Header_Or_Remark(row)) decoder.Decode(row, ++count);
+    if (Is_Sound_Row(row, first.size())) decoder.Decode(row, ++count);
   }
   return count;
 }

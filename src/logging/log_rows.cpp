@@ -68,6 +68,10 @@ bool Is_Header_Or_Remark(std::string_view line) {
   return line.find('l') != std::string_view::npos || line.find("RPM") != std::string_view::npos;
 }
 
+bool Is_Sound_Row(std::string_view line, std::size_t length) {
+  return line.size() >= length && !Is_Header_Or_Remark(line);
+}
+
 std::string_view Next_Line(std::string_view& text) {
   const std::size_t end = text.find('\n');
   std::string_view line = text.substr(0, end);

@@ -20,6 +20,9 @@ struct Log_Sensor;
 /// True for a line that is no row: a header, or one with a remark behind its data.
 [[nodiscard]] bool Is_Header_Or_Remark(std::string_view line);
 
+/// True for a line that a reader decodes: no header or remark, and no shorter than the first row's @p length.
+[[nodiscard]] bool Is_Sound_Row(std::string_view line, std::size_t length);
+
 /// The next line of @p text, which is taken off with its LF; a CR before that does not count.
 [[nodiscard]] std::string_view Next_Line(std::string_view& text);
 

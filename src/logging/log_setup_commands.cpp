@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "logging/live_log.h"
 #include "logging/log_reader.h"
 #include "logging/log_state.h"
 #include "sensors/log_sensors.h"
@@ -25,9 +26,13 @@ double In_One_Ms(Speed_Unit unit) {
   return unit == Speed_Unit::kmh ? kmh_in_ms : unit == Speed_Unit::mph ? mph_in_ms : 1;
 }
 
-/// The rows mean something else now, or what is computed from them.
+/// The rows mean something else now, or what is computed from them. While a log runs nothing is computed.
+void Read_Rows_Again() {
+  if (!Decode_Live_Log_Again()) KX_Log_Data_Read();
+}
+
 void Calculate_And_Show() {
-  KX_Log_Data_Read();
+  Read_Rows_Again();
   Show_Log(log_view_hooks.show_chart);
   Mark_Log_Unsaved();
 }
@@ -57,7 +62,7 @@ void CancelButton_Click() {
   log_settings.txt_Log_Free_Text = before.txt_Log_Free_Text;
   Log_Chart_First = first;
   Log_Chart_Last = last;
-  KX_Log_Data_Read();
+  Read_Rows_Again();
   Show_Log(log_view_hooks.show_chart);
 }
 

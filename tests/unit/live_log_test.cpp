@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -251,108 +250,6 @@ TEST_F(Live_Log_Test, A_Log_Is_Left_Alone_By_What_Would_Disturb_It) {
   EXPECT_FALSE(Log_Running());
   loop_.Run(0.1);
   EXPECT_THAT(Log_Data_Text, EndsWith("[end log_data]\r\n"));
-}
-
-TEST_F(Live_Log_Test, A_Long_Log_Becomes_Numbered_Files) {
-  Plug_In("log_pace=5");
-  loop_.Set_Turn(0.002);
-  Click();
-  loop_.Run(65);  // 6500 rows
-  EXPECT_EQ(Log_Chunk_No, 2);
-  EXPECT_EQ(Log_File_Name, "KXLog-_2031-05-1710-00-00_002.kxl");
-  const std::string first = folder_.Read("KXLog-_2031-05-1710-00-00_001.kxl");
-  EXPECT_THAT(first, HasSubstr("[log_data]\r\na\r\n"));
-  Click();
-  const std::string second = folder_.Read("KXLog-_2031-05-1710-00-00_002.kxl");
-  const std::string rows = Rows_In(first);
-  EXPECT_EQ(rows, Drive_Rows(2, rows.size()));
-  EXPECT_NEAR(static_cast<double>(rows.size()) / 85, 5925, 30);
-  const std::string rest = Rows_In(second);
-  ASSERT_GT(rest.size(), 300U * 85);
-  const std::size_t lost = 6500 - 2 - rows.size() / 85 - rest.size() / 85;
-  EXPECT_LE(lost, 6U);  // the row in progress, and what the port held at the stop
-  EXPECT_NE(Drive_Rows(0, 6600 * 85).find(rest), std::string::npos);
-  // The backup has no gap where the parts meet.
-  EXPECT_NE(folder_.Read(log_backup_name).find(Drive_Rows(2, 6480 * 85)), std::string::npos);
-}
-
-/// Twenty times the pace of a real box, a chart ten times a second, and each part of the log a file.
-TEST_F(Live_Log_Test, A_Soak_Of_Twenty_Thousand_Rows_Loses_Only_The_Rows_Between_Parts) {
-  constexpr std::size_t rows = 20000;
-  line_ = sim::Line(sim::Box(), Faults_Of("log_pace=20"), sim::Pace::At_Once);
-  log_settings.txt_Show_Log_Interval = "0.1";
-  loop_.Set_Turn(0.001);
-  Click();
-  while (line_.Counts().Rows_Sent < rows && Log_Running()) loop_.Do_Events();
-  Click();
-  const std::string drive = Drive_Rows(0, rows * 85);
-  std::size_t at = 0;
-  std::size_t kept = 0;
-  for (const char* part : {"1", "2", "3", "4"}) {
-    const std::string log =
-        Rows_In(folder_.Read("KXLog-_2031-05-1710-00-00_00" + std::string(part) + ".kxl"));
-    const std::size_t found = drive.find(log, at);
-    ASSERT_NE(found, std::string::npos) << part;
-    at = found + log.size();
-    kept += log.size() / 85;
-  }
-  EXPECT_GE(kept + 2 + 3 + 4,
-            rows);  // the first chunk, a row between two parts, what the port held at the stop
-}
-
-TEST_F(Live_Log_Test, Only_To_File_Counts_Half_A_Second_A_Tick) {
-  log_settings.check_LogToFileOnly = true;
-  log_settings.txt_Show_Log_Interval = "0.25";
-  loop_.Set_Turn(0.005);
-  Click();
-  loop_.Run(10.1);
-  EXPECT_TRUE(Shown_Live_Log().only_to_file);
-  EXPECT_EQ(Log_Row_Count, 0);
-  EXPECT_THAT(log_settings.txt_Log_Length, AnyOf("20.00 s", "19.50 s"));
-  loop_.Run(117);  // 250 counted seconds are 125
-  EXPECT_EQ(Log_Chunk_No, 2);
-  EXPECT_TRUE(folder_.Has("KXLog-_2031-05-1710-00-00_001.kxl"));
-  Click();
-  EXPECT_TRUE(folder_.Has("KXLog-_2031-05-1710-00-00_002.kxl"));
-}
-
-TEST_F(Live_Log_Test, A_Folder_That_Is_Gone_Costs_No_Row) {
-  log_settings.check_LogToFileOnly = true;
-  log_settings.txt_Show_Log_Interval = "0.05";
-  std::filesystem::create_directory(folder_.Path("stick"));
-  Log_Directory = folder_.Path("stick/");
-  Click();
-  loop_.Run(5);
-  std::filesystem::remove_all(folder_.Path("stick"));
-  const std::string gone = ": No such file or directory";
-  ask_.Expect(folder_.Path("stick/KXLog-_2031-05-1710-00-00_001.kxl") + gone, Answer::ok,
-              [this] { loop_.Run(5); });
-  loop_.Run(60);  // 250 counted seconds are 25
-  ask_.Expect(folder_.Path("stick/KXLog-2031-05-17_10-00-55.kxl") + gone);
-  Click();
-  const std::string rows = Rows_In(Log_Data_Text);
-  EXPECT_EQ(rows, Drive_Rows(2, rows.size()));
-  EXPECT_GT(rows.size(), 1290U * 85);
-  EXPECT_TRUE(Log_File_Unsaved);
-  EXPECT_EQ(Log_File_Name, "KXLog-.kxl");
-}
-
-/// The driver has no hand for it.
-TEST_F(Live_Log_Test, A_Box_That_Waits_For_Its_Answer_Stops_No_Log) {
-  Log_Directory = folder_.Path("gone/");
-  const std::string gone = ": No such file or directory";
-  Plug_In("log_pace=5");
-  loop_.Set_Turn(0.002);
-  Click();
-  const std::string first = folder_.Path("gone/KXLog-_2031-05-1710-00-00_001.kxl") + gone;
-  ask_.Expect(first, Answer::ok, [this] { loop_.Run(3); });
-  loop_.Run(65);  // 6500 rows
-  EXPECT_TRUE(Log_Running());
-  ask_.Expect(folder_.Path("gone/KXLog-2031-05-17_10-00-00.kxl") + gone);
-  Click();
-  const std::string rows = Rows_In(Log_Data_Text);
-  EXPECT_EQ(rows, Drive_Rows(2, rows.size()));
-  EXPECT_GT(rows.size(), 6480U * 85);
 }
 
 TEST_F(Live_Log_Test, A_Full_Disk_Costs_The_Backup_Alone) {
