@@ -10,6 +10,9 @@ class Desktop {
   virtual ~Desktop() = default;
   virtual void Set_Clipboard_Text(const std::string& text) = 0;
 
+  /// Text of the clipboard with the line ends that its owner gave it; empty when it holds none.
+  [[nodiscard]] virtual std::string Clipboard_Text() const = 0;
+
   /// Opens a file or a web address with the desktop's own program; a failure is ignored.
   virtual void Open_With_Handler(const std::string& address) = 0;
 

@@ -29,10 +29,12 @@ void Load_Slot() {
 
 }  // namespace
 
-void Capture_History() {
+void Capture_History() { Capture_History_Of(CardByte); }
+
+void Capture_History_Of(const Byte_Image& before) {
   if (Undo_Busy) return;
   history_status.Set("");
-  Slot() = CardByte;
+  Slot() = before;
   ++Undo_Index;
   if (Undo_Index <= last_slot) return;
   Undo_Index = last_slot;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/image.h"
 #include "settings/shown_text.h"
 
 namespace kx {
@@ -15,6 +16,9 @@ extern Shown_Text history_status;
 /// Keeps the whole tune as it is now, before a change. Does nothing while Undo_Busy is set. When the store is
 /// full the oldest state is lost.
 void Capture_History();
+
+/// The same for a gesture that is captured at its end: keeps @p before, the tune at its start.
+void Capture_History_Of(const Byte_Image& before);
 
 /// Goes one slot down and loads it. The state that is left is not stored: only captures store.
 void Undo();

@@ -65,12 +65,16 @@ void Show_Rows_Above(Table table) {
   }
 }
 
+std::string Limited_Text(const Table_Meaning& meaning, const std::string& text) {
+  const auto limit = Broken_Typing_Limit(meaning, Val_Any(text));
+  return limit ? Number_Text(*limit) : text;
+}
+
 /// Limits the typed text of the current cell, shows it in grid and chart, and
 /// stores its byte.
-void Store_Typed(Table table, const Table_Meaning& meaning, Grid& grid, std::string text) {
-  if (const auto limit = Broken_Typing_Limit(meaning, Val_Any(text))) text = Number_Text(*limit);
-  Show_Cell(table, grid.Row(), text);
-  CardByte[Edited_Byte(table, grid.Row())] = Typed_To(meaning, Val_Any(text));
+void Store_Typed(Table table, const Table_Meaning& meaning, Grid& grid, const std::string& text) {
+  Show_Cell(table, grid.Row(), Limited_Text(meaning, text));
+  CardByte[Edited_Byte(table, grid.Row())] = Typed_Into(meaning, text).byte;
   Show_Rows_Above(table);
 }
 
@@ -94,6 +98,11 @@ std::string KeyEdit(int key_code, const std::string& text) {
     default:
       return text;
   }
+}
+
+Typed_Cell Typed_Into(const Table_Meaning& meaning, const std::string& text) {
+  const std::string limited = Limited_Text(meaning, text);
+  return {limited, Typed_To(meaning, Val_Any(limited))};
 }
 
 bool Go_Down(Grid& grid) {

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
-#include "workspace/tables.h"
+#include "workspace/table_meaning.h"
 
 namespace kx {
 
@@ -24,6 +25,16 @@ extern bool Fresh_Cell;
 
 /// Text of a cell after a key; a key that edits nothing gives the same text.
 [[nodiscard]] std::string KeyEdit(int key_code, const std::string& text);
+
+/// A number typed into a cell: its text, which is the limit's when it breaks one, and its byte.
+struct Typed_Cell {
+  std::string text;
+  std::uint8_t byte;
+};
+
+/// What typing @p text gives under @p meaning. Throws Failure "Overflow" when the number is no byte (volts
+/// below 0).
+[[nodiscard]] Typed_Cell Typed_Into(const Table_Meaning& meaning, const std::string& text);
 
 /// Moves the cursor of @p grid one row down; false in its last row. The cell is fresh.
 bool Go_Down(Grid& grid);

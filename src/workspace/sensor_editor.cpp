@@ -47,12 +47,10 @@ constexpr int assumed_decimals = 2;  ///< while the box of the decimals holds no
 constexpr int most_shown = 2;        ///< decimals in the grid, and those of a step
 constexpr const char* log_only_kind = "Linear2c";
 
-using Values = std::array<std::string, table_points>;
-
 /// What is edited. The grid shows the values in a format; their full texts stand here.
 struct State {
   Editing editing = Editing::nothing;
-  Values values;
+  Sensor_Values values;
   std::optional<Log_Sensor> only_viewed;  ///< of a kind that has a curve but cannot be edited
   std::string opened;                     ///< name of the tune sensor that is edited; empty for none
   std::string shown_line;                 ///< definition line before the first edit
@@ -70,18 +68,10 @@ constexpr std::array boxes{
     Box{&txt_SensorGain, &Sensor_Draft::gain},         Box{&txt_SensorOffset, &Sensor_Draft::offset},
     Box{&txt_SensorMin, &Sensor_Draft::minimum},       Box{&txt_SensorMax, &Sensor_Draft::maximum}};
 
-int Decimals() {
-  const auto number = Whole_Number_Text(txt_SensorDecimals.Text());
-  return static_cast<int>(Whole_Decimals(number.value_or(assumed_decimals)));
-}
-
-std::string Value_Mask() { return Decimals() < most_shown ? "00.0" : "0.00"; }
+std::string Value_Mask() { return Sensor_Decimals() < most_shown ? "00.0" : "0.00"; }
 
 /// Nothing before there is a unit.
 std::string Unit_Title() { return txt_SensorUnit.Text().empty() ? "" : "[" + txt_SensorUnit.Text() + "]"; }
-
-/// Never so small that the grid does not show it.
-double Step() { return std::pow(10.0, -std::min(Decimals(), most_shown)); }
 
 Sensor_Draft Draft() {
   Sensor_Draft draft;
@@ -92,14 +82,14 @@ Sensor_Draft Draft() {
 }
 
 /// Values of the straight line in the boxes.
-Values Line_Values() {
+Sensor_Values Line_Values() {
   Sensor sensor;
   sensor.kind = "Linear";
   sensor.gain = Val_Any(txt_SensorGain.Text());
   sensor.offset = Val_Any(txt_SensorOffset.Text());
   sensor.minimum = Val_Any(txt_SensorMin.Text());
   sensor.maximum = Val_Any(txt_SensorMax.Text());
-  Values values;
+  Sensor_Values values;
   for (int i = 0; i < table_points; ++i) {
     double raw = counts_a_point * i;
     values[static_cast<std::size_t>(i)] = Number_Text(Forward_Value(sensor, {}, raw).value_or(0));
@@ -107,8 +97,8 @@ Values Line_Values() {
   return values;
 }
 
-Values Viewed_Values(const Log_Sensor& sensor) {
-  Values values;
+Sensor_Values Viewed_Values(const Log_Sensor& sensor) {
+  Sensor_Values values;
   for (int i = 0; i < table_points; ++i) {
     const double raw = std::min(counts_a_point * i, 255);
     values[static_cast<std::size_t>(i)] = Format(Log_Sensor_Value(sensor, raw), "");
@@ -210,7 +200,7 @@ std::optional<As_Tune_Sensor> Find(Sensor_List list, int index) {
 /// Changes every selected value; all or none.
 void Edit_Values(const std::function<double(double value, int distance)>& edit) {
   if (state.editing != Editing::table) return;
-  Values values = state.values;
+  Sensor_Values values = state.values;
   Each_Selected(Sensor_grid, 1, [&](int row, int distance) {
     std::string& text = values[static_cast<std::size_t>(row - 1)];
     const double value = edit(Val_Any(text), distance);
@@ -218,9 +208,7 @@ void Edit_Values(const std::function<double(double value, int distance)>& edit) 
       throw Failure("The value in row " + std::to_string(row) + " becomes too large.");
     text = Number_Text(value);
   });
-  state.values = values;
-  Fresh_Cell = true;
-  Follow();
+  Set_Edited_Values(values);
 }
 
 bool Is_Edited() { return txt_Sensor_Def.Text() != state.shown_line; }
@@ -234,16 +222,32 @@ std::string Refused(const std::string& reason) {
 std::string In_Unit(const std::string& unit) { return unit.empty() ? "" : " in " + unit; }
 
 void Move_Values(int sign) {
-  Edit_Values([sign](double value, int) { return Moved_Value(value, Step(), sign); });
+  Edit_Values([sign](double value, int) { return Moved_Value(value, Sensor_Step(), sign); });
 }
 
 void Slope_Values(int sign) {
-  Edit_Values([sign](double value, int distance) { return Moved_Value(value, Step(), sign * distance); });
+  Edit_Values(
+      [sign](double value, int distance) { return Moved_Value(value, Sensor_Step(), sign * distance); });
 }
 
 }  // namespace
 
 Editing Edited_Kind() { return state.editing; }
+
+const Sensor_Values& Edited_Values() { return state.values; }
+
+void Set_Edited_Values(const Sensor_Values& values) {
+  state.values = values;
+  Fresh_Cell = true;
+  Follow();
+}
+
+int Sensor_Decimals() {
+  const auto number = Whole_Number_Text(txt_SensorDecimals.Text());
+  return static_cast<int>(Whole_Decimals(number.value_or(assumed_decimals)));
+}
+
+double Sensor_Step() { return std::pow(10.0, -std::min(Sensor_Decimals(), most_shown)); }
 
 std::vector<std::string> Sensor_Names(Sensor_List list) {
   std::vector<std::string> names;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "sensors/sensor_store.h"
 #include "settings/shown_text.h"
 #include "workspace/charts.h"
 #include "workspace/grid.h"
@@ -43,6 +45,19 @@ extern std::function<void()> sensor_editor_changed;
 inline constexpr const char* first_sensor_name = "MySensor";
 
 [[nodiscard]] Editing Edited_Kind();
+
+/// The full texts of the values behind Sensor_grid, from raw 0 up; empty where none has been given.
+using Sensor_Values = std::array<std::string, table_points>;
+[[nodiscard]] const Sensor_Values& Edited_Values();
+
+/// Puts @p values in their place; the next digit typed replaces a cell's text.
+void Set_Edited_Values(const Sensor_Values& values);
+
+/// Decimals of the box; 2 while it holds no number.
+[[nodiscard]] int Sensor_Decimals();
+
+/// What "+" and "-" add and take: 1 in the last decimal that the grid shows.
+[[nodiscard]] double Sensor_Step();
 
 /// Names of a list, by sensor number.
 [[nodiscard]] std::vector<std::string> Sensor_Names(Sensor_List list);

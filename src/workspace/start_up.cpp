@@ -25,8 +25,10 @@
 #include "settings/tune_being_edited.h"
 #include "workspace/analog2.h"
 #include "workspace/box_settings.h"
+#include "workspace/curve_drag.h"
 #include "workspace/map_data.h"
 #include "workspace/sensor_editor.h"
+#include "workspace/sensor_gestures.h"
 #include "workspace/setting_summary.h"
 #include "workspace/summary_commands.h"
 #include "workspace/table_limits.h"
@@ -62,6 +64,7 @@ void Reset_State() {
   Reset_Cards();
   Reset_Table_State();
   Reset_Table_Limits();
+  Reset_Curve_Drag();
   Reset_View_State();
   Reset_History();
   Reset_Analog2_State();
@@ -71,6 +74,7 @@ void Reset_State() {
   Reset_Log_State();
   Reset_Map_Data();
   Reset_Sensor_Editor();
+  Reset_Sensor_Drag();
 }
 
 }  // namespace

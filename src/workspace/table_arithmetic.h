@@ -27,6 +27,11 @@ struct Cell {
 /// result is no byte.
 [[nodiscard]] std::uint8_t Stepped(const Table_Meaning& meaning, const Cell& cell, int sign);
 
+/// The cell @p steps units up, or down when negative, held at the ends of the scale. Counted from the cell as
+/// it is: a step of a rule that starts from the rounded number on show may be too small to move a byte, many
+/// of them are not. No step leaves the byte as it is.
+[[nodiscard]] std::uint8_t Moved(const Table_Meaning& meaning, const Cell& cell, int steps);
+
 /// Moved by @p counts, negative for flatter: raw counts on the cell's own scale, percent on the PWM tables.
 /// Throws Failure "Overflow" when a boost target's result is no byte.
 [[nodiscard]] std::uint8_t Sloped(const Table_Meaning& meaning, const Cell& cell, int counts);
@@ -39,6 +44,15 @@ struct Cell {
 
 /// The cell scaled to @p percent.
 [[nodiscard]] std::uint8_t Scaled(const Table_Meaning& meaning, const Cell& cell, double percent);
+
+/// The number that the byte stands for, before it is rounded to be shown; nothing without the sensor that it
+/// takes.
+[[nodiscard]] std::optional<double> Exact_Value(const Table_Meaning& meaning, std::uint8_t raw);
+
+/// Byte whose number comes nearest to @p value, for numbers that are worked out and not typed; the one next
+/// to
+/// @p from where a sensor stands still and several are as near.
+[[nodiscard]] std::uint8_t Nearest_Byte(const Table_Meaning& meaning, double value, std::uint8_t from);
 
 /// The limit that a typed @p value breaks, if it does.
 [[nodiscard]] std::optional<double> Broken_Typing_Limit(const Table_Meaning& meaning, double value);

@@ -7,8 +7,7 @@
 namespace kx {
 namespace {
 
-constexpr double sensor_full_scale = 256;   ///< raw value behind the largest of a sensor
-constexpr double sensor_counts_a_byte = 2;  ///< the byte of a boost target is half of a 10-bit input
+constexpr double sensor_full_scale = 256;  ///< raw value behind the largest of a sensor
 
 double Sensor_Value(int sensor, double raw) { return Forward_Sensor_Calc(sensor, raw).value_or(0); }
 

@@ -13,9 +13,10 @@
 /// time, because a flag elsewhere in the image changes it.
 namespace kx {
 
-constexpr double counts_a_volt = 51;       ///< of an analog byte
-constexpr double counts_a_percent = 1.28;  ///< of a duty cycle, and of the shares that are stored like one
-constexpr double signed_zero = 128;        ///< raw byte of 0 where a byte reads as a signed number
+constexpr double counts_a_volt = 51;        ///< of an analog byte
+constexpr double counts_a_percent = 1.28;   ///< of a duty cycle, and of the shares that are stored like one
+constexpr double sensor_counts_a_byte = 2;  ///< the byte of a boost target is half of a 10-bit input
+constexpr double signed_zero = 128;         ///< raw byte of 0 where a byte reads as a signed number
 
 /// A range in the shown unit; an end that does not limit is infinite.
 struct Value_Range {

@@ -20,15 +20,10 @@ namespace {
 /// New byte of one selected cell, @p distance rows behind the first selected one.
 using Edit = std::function<std::uint8_t(const Table_Meaning& meaning, const Cell& cell, int distance)>;
 
-Cell Cell_At(const Table_Row& table, int row) {
-  const std::string& text = Grid_Of(table.table).Text(row, table.text_column);
-  return {CardByte[Edited_Byte(table.table, row)], Val_Any(text)};
-}
-
 void Edit_Selection(Table id, const Table_Meaning& meaning, const Edit& edit) {
   const Table_Row& table = Row_Of(id);
   Each_Selected(Grid_Of(id), table.first_row, [&](int row, int distance) {
-    CardByte[Edited_Byte(id, row)] = edit(meaning, Cell_At(table, row), distance);
+    CardByte[Edited_Byte(id, row)] = edit(meaning, Cell_At(id, row), distance);
   });
 }
 
@@ -53,6 +48,11 @@ void Slope_Selection(int sign) {
 }
 
 }  // namespace
+
+Cell Cell_At(Table table, int row) {
+  const std::string& text = Grid_Of(table).Text(row, Row_Of(table).text_column);
+  return {CardByte[Edited_Byte(table, row)], Val_Any(text)};
+}
 
 void plus_Click() { Step_Selection(1); }
 

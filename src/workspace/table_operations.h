@@ -1,12 +1,16 @@
 #pragma once
 
 #include "settings/shown_text.h"
+#include "workspace/table_arithmetic.h"
 
 namespace kx {
 
 /// The typed boxes of the table panel.
 extern Shown_Text set_table_text;
 extern Shown_Text scale_table_text;
+
+/// The entry of a table's row as an edit finds it: its byte and the number that its cell shows.
+[[nodiscard]] Cell Cell_At(Table table, int row);
 
 /// The buttons of the table panel, on the selected rows of the table on show.
 /// Each captures history first and rebuilds the views from the image at its

@@ -1,5 +1,7 @@
 #include "workspace/table_values.h"
 
+#include <cmath>
+
 #include "sensors/load_axes.h"
 #include "sensors/sensor_store.h"
 #include "settings/image.h"
@@ -41,6 +43,17 @@ std::vector<std::string> Axis_Headings(Table table) {
       return {"RPM*MAP"};
   }
   return {};
+}
+
+/// Break points of the load axes come rounded to the decimals of their row.
+Axis_Points Axis_Of(Table table, const std::vector<int>& rows) {
+  Axis_Points axis;
+  for (const int row : rows) axis.positions.push_back(Val_Any(Axis_Texts(table, row).back()));
+  const std::string text = Axis_Texts(table, 1).back();
+  const std::size_t point = text.find('.');
+  const auto decimals = point == std::string::npos ? 0 : text.size() - point - 1;
+  if (Row_Of(table).axis == Axis::load) axis.rounding = std::pow(10.0, -static_cast<double>(decimals));
+  return axis;
 }
 
 std::vector<std::string> Axis_Texts(Table table, int row) {

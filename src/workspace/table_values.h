@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "workspace/shaping.h"
 #include "workspace/tables.h"
 
 namespace kx {
@@ -13,6 +14,9 @@ namespace kx {
 
 /// Heading of the value column.
 [[nodiscard]] std::string Value_Heading(Table table);
+
+/// Where the entries of @p rows stand on their axis, in its unit.
+[[nodiscard]] Axis_Points Axis_Of(Table table, const std::vector<int>& rows);
 
 /// Heading and text of the axis columns of a table; a load grid has two, the voltage and the sensor's value.
 [[nodiscard]] std::vector<std::string> Axis_Headings(Table table);

@@ -19,6 +19,7 @@ namespace kx {
 class Kept_Desktop : public platform::Desktop {
  public:
   void Set_Clipboard_Text(const std::string& text) override { clipboard = text; }
+  [[nodiscard]] std::string Clipboard_Text() const override { return clipboard; }
   void Open_With_Handler(const std::string& address) override { opened = address; }
   [[nodiscard]] std::string Remembered(const std::string& name) override { return habits[name]; }
   void Remember(const std::string& name, const std::string& text) override { habits[name] = text; }

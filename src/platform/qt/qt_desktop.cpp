@@ -14,6 +14,8 @@ void Qt_Desktop::Set_Clipboard_Text(const std::string& text) {
   QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
+std::string Qt_Desktop::Clipboard_Text() const { return QGuiApplication::clipboard()->text().toStdString(); }
+
 void Qt_Desktop::Open_With_Handler(const std::string& address) {
   if (address.empty()) return;
   QDesktopServices::openUrl(QUrl::fromUserInput(QString::fromStdString(address), QDir::currentPath()));
