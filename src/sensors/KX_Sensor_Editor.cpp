@@ -5,7 +5,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -13,9 +12,12 @@
 #include "sensors/sensor_store.h"
 #include "settings/refresh.h"
 #include "widgets/form_helpers.h"
+#include "widgets/point_drag.h"
 #include "widgets/scroll_page.h"
+#include "widgets/table_menu.h"
 #include "widgets/table_tools.h"
 #include "widgets/wheel_guard.h"
+#include "workspace/sensor_gestures.h"
 #include "workspace/start_up.h"
 
 namespace kx {
@@ -100,6 +102,7 @@ KX_Sensor_Editor::KX_Sensor_Editor(QWidget* parent)
   connect(Sensor_chart_, &Line_Chart::Entries_Picked, this, [](int row, int row_sel) {
     if (Edited_Kind() == Editing::table) Guarded([&] { Sensor_Grid_Enter_Cell(row, row_sel); });
   });
+  Connect_Drag();
   sensor_editor_changed = [this] { Show_Edited(); };
   Guard_Wheels_In(this);
   Fill_Lists();
@@ -258,11 +261,6 @@ QWidget* KX_Sensor_Editor::Make_Table_Frame() {
   frame->setObjectName("frame_Table");
   Sensor_grid_ = new Table_Grid(Sensor_grid, "Sensor_grid");
   Sensor_grid_->setToolTip("Value at raw 0, 8 to 256, in the sensor's unit; any number");
-  for (const auto& [keys, handler] :
-       {std::pair("Ctrl+Up", &Sensor_plus_Click), {"Ctrl+Down", &Sensor_minus_Click}}) {
-    auto* step = new QShortcut(QKeySequence(keys), Sensor_grid_, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(step, &QShortcut::activated, this, [handler = handler] { Guarded(handler); });
-  }
   connect(Sensor_grid_, &Table_Grid::Cell_Entered, this,
           [](int row, int row_sel) { Guarded([=] { Sensor_Grid_Enter_Cell(row, row_sel); }); });
   connect(Sensor_grid_, &Table_Grid::Key_Pressed, this,
@@ -270,10 +268,28 @@ QWidget* KX_Sensor_Editor::Make_Table_Frame() {
   Table_Tool_Handlers handlers{Sensor_plus_Click,      Sensor_minus_Click,      Sensor_steep_Click,
                                Sensor_flat_Click,      Sensor_set_table_Click,  Sensor_scale_table_Click,
                                &Sensor_set_table_text, &Sensor_scale_table_text};
+  Add_Table_Menu(*Sensor_grid_,
+                 {Copy_Sensor_Values, Paste_Sensor_Values, Interpolate_Sensor_Values, Smooth_Sensor_Values,
+                  Can_Shape_Sensor_Values},
+                 handlers);
   auto* layout = new QVBoxLayout(frame);
   layout->addWidget(Sensor_grid_, 1);
   layout->addWidget(new Table_Tools(handlers, 2));
   return frame;
+}
+
+void KX_Sensor_Editor::Connect_Drag() {
+  Point_Drag& drag = Sensor_chart_->Drag();
+  connect(&drag, &Point_Drag::Began, this, [] { Begin_Sensor_Drag(); });
+  connect(&drag, &Point_Drag::Moved, this, [&drag](double delta) {
+    Guarded([&] {
+      if (!Drag_Sensor_Curve(delta)) drag.Leave();
+    });
+  });
+  connect(&drag, &Point_Drag::Ended, this, [this](bool kept) {
+    Guarded(kept ? End_Sensor_Drag : Take_Back_Sensor_Drag);
+    Sensor_grid_->setFocus();
+  });
 }
 
 QWidget* KX_Sensor_Editor::Make_Buttons() {
@@ -351,6 +367,7 @@ void KX_Sensor_Editor::Show_Edited() {
   Definition_Frame_->setEnabled(kind != Editing::nothing);
   Try_Frame_->setEnabled(EditSensor_Combo_->currentIndex() >= 0);
   Sensor_grid_->Refresh();
+  Sensor_chart_->Drag().Allow_From(kind == Editing::table ? 1 : 0);
   Sensor_chart_->Show(Sensor_chart, Sensor_grid.Sel_Start(),
                       Sensor_grid.Sel_Start() + Sensor_grid.Sel_Count());
 }

@@ -37,6 +37,7 @@ class KX_Sensor_Editor : public QWidget {
   QWidget* Make_Definition();
   QWidget* Make_Linear_Frame();
   QWidget* Make_Table_Frame();
+  void Connect_Drag();
   QWidget* Make_Buttons();
   QLineEdit* Box(const QString& name, Shown_Text& text, const QString& tip);
   void Make_Menu(QVBoxLayout* layout);

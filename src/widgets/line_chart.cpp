@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "widgets/chart_look.h"
+#include "widgets/point_drag.h"
 
 namespace kx {
 namespace {
@@ -47,6 +48,7 @@ Line_Chart::Line_Chart(const QString& name, QWidget* parent)
   current_ = addGraph();
   current_->setLineStyle(QCPGraph::lsNone);
   current_->removeFromLegend();
+  drag_ = new Point_Drag(*this);
   Apply_Palette();
 }
 
@@ -150,6 +152,8 @@ void Line_Chart::Show(const Chart& chart, int first, int last) {
   yAxis->setLabel(QString::fromStdString(chart.value_title));
   Fit_Values(chart);
   Mark(chart, first, last);
+  drag_->Follow(chart.series.empty() ? std::vector<double>() : chart.series[0].values, first, last,
+                QString::fromStdString(chart.value_title));
   Draw();
 }
 
@@ -185,7 +189,11 @@ int Line_Chart::Row_At(const QPointF& position) const {
 
 void Line_Chart::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || entries_ == 0) return;
-  picked_row_ = Row_At(event->position());
+  Pick_From(event->position());
+}
+
+void Line_Chart::Pick_From(const QPointF& position) {
+  picked_row_ = Row_At(position);
   emit Entries_Picked(picked_row_, picked_row_);
 }
 

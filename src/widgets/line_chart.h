@@ -6,6 +6,8 @@
 
 namespace kx {
 
+class Point_Drag;
+
 /// A table's curve beside its grid: every entry a point, the current one and the selection marked as in the
 /// grid. Clicking or dragging in it picks entries. Draws only while it is on screen.
 class Line_Chart : public QCustomPlot {
@@ -16,6 +18,12 @@ class Line_Chart : public QCustomPlot {
 
   /// Shows @p chart with the rows @p first to @p last selected (1 up).
   void Show(const Chart& chart, int first, int last);
+
+  /// Moves points by hand.
+  [[nodiscard]] Point_Drag& Drag() { return *drag_; }
+
+  /// Picks the entry at @p position, from which a drag goes on to pick others.
+  void Pick_From(const QPointF& position);
 
  signals:
   /// The user picked entries in the chart; rows count from 1.
@@ -44,6 +52,7 @@ class Line_Chart : public QCustomPlot {
   QCPItemStraightLine* cursor_;
   QCPGraph* current_ = nullptr;  ///< the current entry's point
   QCPTextElement* read_out_;     ///< above the curves, never on them
+  Point_Drag* drag_ = nullptr;
   int entries_ = 0;
   int picked_row_ = 0;  ///< where the drag began
   bool stale_ = false;  ///< changed while hidden

@@ -7,6 +7,10 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
+#include <limits>
+
+#include "settings/numbers.h"
+#include "widgets/cell_colours.h"
 
 namespace kx {
 namespace {
@@ -97,12 +101,39 @@ void Grid_Model::Refresh() {
   if (resized) beginResetModel();
   rows_ = std::max(0, grid_.Rows() - 1);
   columns_ = grid_.Columns();
+  Fit_Colour_Scale();
   if (resized) {
     endResetModel();
   } else if (rows_ > 0 && columns_ > 0) {
     emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
     emit headerDataChanged(Qt::Horizontal, 0, columns_ - 1);
   }
+}
+
+void Grid_Model::Show_Colour_Scale(bool shown) {
+  colour_scale_ = shown;
+  Refresh();
+}
+
+/// A cell that holds no number, as while one is typed, has no colour.
+void Grid_Model::Fit_Colour_Scale() {
+  smallest_ = std::numeric_limits<double>::infinity();
+  largest_ = -smallest_;
+  for (int row = 1; colour_scale_ && row <= rows_; ++row) {
+    const auto value = Whole_Number_Text(grid_.Text(row, columns_ - 1));
+    smallest_ = std::min(smallest_, value.value_or(smallest_));
+    largest_ = std::max(largest_, value.value_or(largest_));
+  }
+}
+
+QVariant Grid_Model::Scale_Brush(const QModelIndex& index, int role) const {
+  if (!colour_scale_ || !Is_Value(index.column()) || !(largest_ > smallest_)) return {};
+  const auto value = Whole_Number_Text(Cell_Text(index.row() + 1, index.column()).toStdString());
+  if (!value) return {};
+  const QPalette palette = qobject_cast<QWidget*>(parent())->palette();
+  const bool dark = palette.color(QPalette::Base).lightnessF() < 0.5;
+  const QColor paper = Scale_Colour((*value - smallest_) / (largest_ - smallest_), dark);
+  return role == Qt::BackgroundRole ? paper : Readable_On(paper, palette.color(QPalette::Text));
 }
 
 int Grid_Model::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
@@ -126,6 +157,9 @@ QVariant Grid_Model::data(const QModelIndex& index, int role) const {
       font.setBold(Is_Value(index.column()));
       return font;
     }
+    case Qt::BackgroundRole:
+    case Qt::ForegroundRole:
+      return Scale_Brush(index, role);
     default:
       return {};
   }
@@ -269,6 +303,23 @@ void Table_Grid::mouseMoveEvent(QMouseEvent* event) {
   if ((event->buttons() & Qt::LeftButton) == 0 || model_->rowCount() == 0 || !dragging_) return;
   const int row = Nearest_Row(event->pos());
   if (row != grid_.Row_Sel()) Enter(grid_.Row(), row);
+}
+
+void Table_Grid::Want_Menu() {
+  if (model_->rowCount() == 0) return;
+  scrollTo(currentIndex());
+  emit Menu_Wanted(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+}
+
+/// The right button picks the entry that it is pressed on, but inside the selection it leaves that alone.
+void Table_Grid::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  if (event->reason() != QContextMenuEvent::Mouse) return Want_Menu();
+  const int row = rowAt(event->pos().y()) + 1;
+  if (row == 0) return;
+  setFocus(Qt::MouseFocusReason);
+  if (!grid_.Selected(row)) emit Cell_Entered(row, row);
+  emit Menu_Wanted(event->globalPos());
 }
 
 /// Coming back to a grid enters its cell anew: the next digit replaces its text.

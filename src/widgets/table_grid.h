@@ -17,6 +17,9 @@ class Grid_Model : public QAbstractTableModel {
   /// The grid's texts or size may have changed.
   void Refresh();
 
+  /// Colours behind the values, from the smallest to the largest that is shown.
+  void Show_Colour_Scale(bool shown);
+
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
@@ -24,11 +27,16 @@ class Grid_Model : public QAbstractTableModel {
 
  private:
   [[nodiscard]] QString Cell_Text(int row, int column) const;
+  void Fit_Colour_Scale();
+  [[nodiscard]] QVariant Scale_Brush(const QModelIndex& index, int role) const;
   [[nodiscard]] bool Is_Value(int column) const { return column + 1 == columns_; }
 
   const Grid& grid_;
   int rows_ = 0;
   int columns_ = 0;
+  bool colour_scale_ = false;
+  double smallest_ = 0;  ///< of the values on show
+  double largest_ = 0;
 };
 
 /// A tuning table on screen: shows a Grid and reports what the user does to it; changes no text itself. Rows
@@ -43,6 +51,12 @@ class Table_Grid : public QTableView {
   /// Shows the grid's texts, size, cursor and first visible row.
   void Refresh();
 
+  /// Colours behind the values; off at the start.
+  void Show_Colour_Scale(bool shown) { model_->Show_Colour_Scale(shown); }
+
+  /// Asks for the context menu at the current cell, as the menu key does.
+  void Want_Menu();
+
  signals:
   /// The user moved the cursor; rows count from 1.
   void Cell_Entered(int row, int row_sel);
@@ -50,11 +64,15 @@ class Table_Grid : public QTableView {
   /// A key for the cell's line editor; the code is that of the character typed, see Key_Code_Of.
   void Key_Pressed(int key_code, int shift_state);
 
+  /// The context menu is wanted at @p place on the screen.
+  void Menu_Wanted(const QPoint& place);
+
  protected:
   void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;

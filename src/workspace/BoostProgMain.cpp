@@ -25,10 +25,12 @@
 #include "widgets/file_drop.h"
 #include "widgets/form_helpers.h"
 #include "widgets/open_form.h"
+#include "widgets/point_drag.h"
 #include "widgets/program_icon.h"
 #include "widgets/scroll_page.h"
 #include "widgets/wheel_guard.h"
 #include "workspace/box_settings.h"
+#include "workspace/curve_drag.h"
 #include "workspace/file_habits.h"
 #include "workspace/panels/Recent_Files_Menu.h"
 #include "workspace/setting_file_commands.h"
@@ -46,6 +48,7 @@ constexpr std::array sub_tab_notes{&Shown_Tabs::SSTab_Ignition, &Shown_Tabs::SST
 
 constexpr const char* tabs_habit = "tabs";
 
+constexpr const char* colour_scale_habit = "colour_scale";  ///< empty: off
 constexpr int side_width_in_characters = 46;
 
 constexpr QKeyCombination undo_keys = Qt::CTRL | Qt::Key_Z;
@@ -79,6 +82,7 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   log_ = std::make_unique<KX_Log>();
   connect(log_.get(), &KX_Log::Start_Enabled, direct_start_, &QAction::setEnabled);
   connect(log_.get(), &KX_Log::Summary_Wanted, this, &BoostProgMain::Open_Summary);
+  connect(communication_, &Communication_Panel::Transfers_Enabled, this, &BoostProgMain::Leave_Drags);
   todos_ = std::make_unique<frm_TodosII>();
   connect(communication_, &Communication_Panel::Transfers_Enabled, todos_.get(),
           &frm_TodosII::Enable_Buttons);
@@ -180,6 +184,7 @@ void BoostProgMain::Make_Menus() {
                           Entry(edit, "edit_redo", "&Redo", redo_keys, Redo)}) {
     action->setShortcutContext(Qt::ApplicationShortcut);
   }
+  Make_View_Menu();
   QMenu* settings = menuBar()->addMenu("&Settings");
   QAction* config = settings->addAction("&Box settings...", QKeySequence("F2"), this,
                                         [this] { Open_Form(*config_, *this); });
@@ -218,6 +223,21 @@ void BoostProgMain::Make_Menus() {
   Entry(help, "Help_about", "&About", {}, Show_About);
 }
 
+void BoostProgMain::Make_View_Menu() {
+  QMenu* view = menuBar()->addMenu("View");
+  QAction* colours = view->addAction("&Colour scale");
+  colours->setObjectName("Colour_scale");
+  colours->setCheckable(true);
+  colours->setToolTip("Colours behind the values of every table, from the smallest to the largest");
+  connect(colours, &QAction::toggled, this, [](bool shown) {
+    platform::seams.desktop->Remember(colour_scale_habit, shown ? "1" : "");
+    for (QWidget* widget : QApplication::allWidgets()) {
+      if (auto* grid = qobject_cast<Table_Grid*>(widget)) grid->Show_Colour_Scale(shown);
+    }
+  });
+  colours->setChecked(!platform::seams.desktop->Remembered(colour_scale_habit).empty());
+}
+
 /// Alt+1 to Alt+5; a tab that the preset hides stays hidden.
 void BoostProgMain::Make_Tab_Keys() {
   for (int tab = 0; tab < sstab_Main_->count(); ++tab) {
@@ -234,7 +254,9 @@ void BoostProgMain::Make_Tab_Keys() {
 bool BoostProgMain::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::ShortcutOverride) return QMainWindow::eventFilter(watched, event);
   const QKeyCombination keys = static_cast<QKeyEvent*>(event)->keyCombination();
-  if (keys != undo_keys && keys != redo_keys) return QMainWindow::eventFilter(watched, event);
+  // A drag keeps all keys to itself.
+  if ((keys != undo_keys && keys != redo_keys) || Curve_Drag_Runs())
+    return QMainWindow::eventFilter(watched, event);
   const auto* widget = qobject_cast<QWidget*>(watched);
   if (widget != nullptr && widget->window() == sensor_editor_.get()) {
     event->accept();
@@ -347,6 +369,12 @@ void BoostProgMain::Remember_Tabs() {
   QStringList tabs{QString::number(sstab_Main_->currentIndex())};
   for (const Tables_Panel* panel : tables_) tabs += QString::number(panel->currentIndex());
   platform::seams.desktop->Remember(tabs_habit, tabs.join(';').toStdString());
+}
+
+/// What begins works on the tune as it is now, not on one that is half moved.
+void BoostProgMain::Leave_Drags(bool transfers_enabled) {
+  if (transfers_enabled) return;
+  for (auto* chart : findChildren<Line_Chart*>()) chart->Drag().Leave();
 }
 
 void BoostProgMain::Open_Summary() {

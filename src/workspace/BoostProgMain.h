@@ -51,7 +51,9 @@ class BoostProgMain : public QMainWindow {
   void Tab_Changed();
   void Restore_Tabs();
   void Remember_Tabs();
+  void Leave_Drags(bool transfers_enabled);
   void Open_Summary();
+  void Make_View_Menu();
   void Make_Log_Menu();
   void Open_Log_Window();
   void Offer_Backup();

@@ -5,9 +5,11 @@
 
 namespace kx {
 
-Table_Control_Panel::Table_Control_Panel(QWidget* parent)
-    : Table_Tools({plus_Click, minus_Click, steep_Click, flat_Click, set_table_Click, scale_table_Click,
-                   &set_table_text, &scale_table_text, &minText, &maxText},
-                  4, parent) {}
+Table_Tool_Handlers Table_Panel_Handlers() {
+  return {plus_Click,        minus_Click,     steep_Click,       flat_Click, set_table_Click,
+          scale_table_Click, &set_table_text, &scale_table_text, &minText,   &maxText};
+}
+
+Table_Control_Panel::Table_Control_Panel(QWidget* parent) : Table_Tools(Table_Panel_Handlers(), 4, parent) {}
 
 }  // namespace kx

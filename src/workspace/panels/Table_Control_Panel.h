@@ -4,6 +4,9 @@
 
 namespace kx {
 
+/// What the table panel does, on the selected rows of the table on show.
+[[nodiscard]] Table_Tool_Handlers Table_Panel_Handlers();
+
 /// The table panel of the main form: works on the selected rows of the table on show.
 class Table_Control_Panel : public Table_Tools {
   Q_OBJECT

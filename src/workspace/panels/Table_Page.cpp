@@ -1,12 +1,15 @@
 #include "workspace/panels/Table_Page.h"
 
 #include <QHBoxLayout>
-#include <QShortcut>
 
 #include "widgets/form_helpers.h"
+#include "widgets/point_drag.h"
+#include "widgets/table_menu.h"
 #include "workspace/cell_editing.h"
+#include "workspace/curve_drag.h"
+#include "workspace/panels/Table_Control_Panel.h"
+#include "workspace/table_gestures.h"
 #include "workspace/table_meaning.h"
-#include "workspace/table_operations.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
@@ -34,6 +37,7 @@ Table_Page::Table_Page(Table table, std::initializer_list<Chart_Id> charts, QWid
       grid_->setFocus();
       Show_Values();
     });
+    Connect_Drag(chart->Drag());
   }
   right->addLayout(below_);
   auto* all = new QHBoxLayout(this);
@@ -46,14 +50,26 @@ Table_Page::Table_Page(Table table, std::initializer_list<Chart_Id> charts, QWid
   connect(grid_, &Table_Grid::Key_Pressed, this, [this](int key_code, int shift_state) {
     Guarded([&] { Grid_Key_Down(table_, key_code, shift_state); });
   });
-  Add_Step_Key(QKeySequence("Ctrl+Up"), plus_Click);
-  Add_Step_Key(QKeySequence("Ctrl+Down"), minus_Click);
+  Add_Table_Menu(
+      *grid_,
+      {[table] { Copy_Table(table); }, [table] { Paste_Table(table); }, [table] { Interpolate_Table(table); },
+       [table] { Smooth_Table(table); }, [table] { return Can_Shape(table); }},
+      Table_Panel_Handlers());
 }
 
-/// Steps the selected entries without leaving the grid.
-void Table_Page::Add_Step_Key(const QKeySequence& keys, void (*step)()) {
-  auto* shortcut = new QShortcut(keys, grid_, nullptr, nullptr, Qt::WidgetShortcut);
-  connect(shortcut, &QShortcut::activated, this, [step] { Guarded(step); });
+/// The keys go to the chart while a point is dragged, and come back.
+void Table_Page::Connect_Drag(Point_Drag& drag) {
+  connect(&drag, &Point_Drag::Began, this,
+          [this](int row) { Guarded([=, this] { Begin_Curve_Drag(table_, row); }); });
+  connect(&drag, &Point_Drag::Moved, this, [&drag](double delta) {
+    Guarded([&] {
+      if (!Drag_Curve(delta)) drag.Leave();
+    });
+  });
+  connect(&drag, &Point_Drag::Ended, this, [this](bool kept) {
+    Guarded(kept ? End_Curve_Drag : Take_Back_Curve_Drag);
+    grid_->setFocus();
+  });
 }
 
 QLabel* Table_Page::Add_Help(const QString& name, const QString& text) {
@@ -73,6 +89,7 @@ void Table_Page::Show_Values() {
   const Chart_Id beside = Chart_Beside(table_);
   for (const auto& [id, chart] : charts_) {
     chart->setVisible(id == beside);
+    chart->Drag().Allow_From(First_Row_To_Drag(table_));
     if (id == beside) chart->Show(Chart_Of(id), grid.Sel_Start(), grid.Sel_Start() + grid.Sel_Count());
   }
   grid_->Refresh();
@@ -86,7 +103,8 @@ QString Table_Page::Tip() const {
   const QString range = QString::number(meaning.limits.min, 'g', 4) + " to " +
                         QString::number(meaning.limits.max, 'g', 4) + (unit.isEmpty() ? "" : " " + unit);
   return "Type a value: " + range +
-         "\nCtrl+Up and Ctrl+Down: a step up or down; Enter: next row; Ctrl+A: all rows.";
+         "\nCtrl+Up and Ctrl+Down: a step up or down; Enter: next row; Ctrl+A: all rows."
+         "\nCtrl+Shift+C and Ctrl+Shift+V: copy and paste as a spreadsheet does; right button: more.";
 }
 
 }  // namespace kx

@@ -34,7 +34,7 @@ class Table_Page : public QWidget {
 
  private:
   [[nodiscard]] QString Tip() const;
-  void Add_Step_Key(const QKeySequence& keys, void (*step)());
+  void Connect_Drag(Point_Drag& drag);
 
   Table table_;
   QVBoxLayout* above_;
