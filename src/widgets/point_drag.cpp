@@ -147,7 +147,7 @@ void Point_Drag::End(bool kept) {
   emit Ended(kept);
 }
 
-/// To the right of the pointer, or to its left where the chart ends.
+/// Above the pointer to its right, or to its left where the chart ends; never outside the chart.
 void Point_Drag::Show_Value() {
   if (row_ > static_cast<int>(values_.size())) return;
   const double value = Value_Of(row_);
@@ -164,10 +164,10 @@ void Point_Drag::Show_Value() {
   label_->setText(text);
   const double width = chart_.fontMetrics().horizontalAdvance(text) + 2 * label_distance;
   const bool to_the_right = pointer_.x() + width < chart_.width();
-  label_->setPositionAlignment((to_the_right ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
-  const double height = chart_.fontMetrics().height();
+  const double top = chart_.axisRect()->top() + chart_.fontMetrics().height();
+  label_->setPositionAlignment((to_the_right ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignBottom);
   label_->position->setCoords(pointer_.x() + (to_the_right ? label_distance : -label_distance),
-                              std::clamp(pointer_.y(), height, std::max(height, chart_.height() - height)));
+                              std::clamp(pointer_.y(), top, std::max(top, double(chart_.height()))));
   label_->setVisible(true);
   chart_.replot(QCustomPlot::rpQueuedReplot);
 }
