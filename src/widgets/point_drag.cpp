@@ -12,6 +12,7 @@ namespace {
 
 constexpr double hit_radius = 8;       ///< logical pixels
 constexpr double begin_distance = 4;   ///< logical pixels that tell a drag from a click
+constexpr double shown_change = 1e-9;  ///< what is less is noise
 constexpr double label_distance = 16;  ///< logical pixels between the pointer and its value
 
 }  // namespace
@@ -33,7 +34,7 @@ void Point_Drag::Follow(const std::vector<double>& values, int first, int last, 
   last_ = last;
   unit_ = unit;
   if (state_ == State::dragging) return Show_Value();
-  Show_Pointer(chart_.mapFromGlobal(QCursor::pos()));
+  if (chart_.isVisible()) Show_Pointer(chart_.mapFromGlobal(QCursor::pos()));
 }
 
 void Point_Drag::Leave() {
@@ -64,7 +65,9 @@ int Point_Drag::Point_At(const QPointF& position) const {
 }
 
 void Point_Drag::Show_Pointer(const QPointF& position) {
-  if (Point_At(position) > 0) {
+  const bool over = Point_At(position) > 0;
+  if (over == std::exchange(over_, over)) return;
+  if (over) {
     chart_.setCursor(Qt::SizeVerCursor);
   } else {
     chart_.unsetCursor();
@@ -72,9 +75,10 @@ void Point_Drag::Show_Pointer(const QPointF& position) {
 }
 
 bool Point_Drag::Press(const QMouseEvent& event) {
-  if (state_ == State::dragging) return true;  // another button changes nothing
-  row_ = event.button() == Qt::LeftButton ? Point_At(event.position()) : 0;
-  if (row_ == 0) return false;
+  if (event.button() != Qt::LeftButton) return state_ != State::idle;  // another button changes nothing
+  Leave();
+  state_ = State::idle;
+  if (Point_At(event.position()) == 0) return false;
   state_ = State::pressed;
   pressed_at_ = event.position();
   return true;
@@ -91,24 +95,30 @@ bool Point_Drag::Move(const QMouseEvent& event) {
     state_ = State::idle;
     return false;
   }
-  if (state_ == State::spent) return true;
-  if (state_ == State::pressed) {
-    const QPointF way = position - pressed_at_;
-    if (std::hypot(way.x(), way.y()) < begin_distance) return true;
-    if (std::fabs(way.x()) > std::fabs(way.y())) {
-      state_ = State::idle;
-      chart_.Pick_From(pressed_at_);
-      return false;
-    }
+  if (state_ == State::pressed) return Move_From_Press(position);
+  if (state_ == State::dragging) Drag_To(position);
+  return true;
+}
+
+/// Up and down drags, sideways selects.
+bool Point_Drag::Move_From_Press(const QPointF& position) {
+  const QPointF way = position - pressed_at_;
+  if (std::hypot(way.x(), way.y()) < begin_distance) return true;
+  if (std::fabs(way.x()) <= std::fabs(way.y())) {
     Begin(position);
     return true;
   }
-  // By pieces, because the axis grows when the curve leaves it.
+  state_ = State::idle;
+  chart_.Pick_From(pressed_at_);
+  return false;
+}
+
+/// By pieces, because the axis grows when the curve leaves it.
+void Point_Drag::Drag_To(const QPointF& position) {
   delta_ += (pointer_.y() - position.y()) * Units_A_Pixel();
   pointer_ = position;
   emit Moved(delta_);
   if (state_ == State::dragging) Show_Value();
-  return true;
 }
 
 bool Point_Drag::Release(const QMouseEvent& event) {
@@ -131,8 +141,11 @@ bool Point_Drag::Key(const QKeyEvent& event) {
   return true;
 }
 
+/// What is on show may have changed since the button went down.
 void Point_Drag::Begin(const QPointF& position) {
-  state_ = State::dragging;
+  row_ = Point_At(pressed_at_);
+  state_ = row_ > 0 ? State::dragging : State::spent;
+  if (row_ == 0) return;
   pointer_ = position;
   delta_ = 0;
   start_ = Value_Of(row_);
@@ -147,29 +160,36 @@ void Point_Drag::End(bool kept) {
   emit Ended(kept);
 }
 
-/// Above the pointer to its right, or to its left where the chart ends; never outside the chart.
 void Point_Drag::Show_Value() {
   if (row_ > static_cast<int>(values_.size())) return;
   const double value = Value_Of(row_);
   const double change = value - start_;
   QString text = QString::number(value, 'g', 6) + " " + unit_;
-  if (std::fabs(change) > 1e-9) {
+  if (std::fabs(change) > shown_change) {
     text += QString(" (%1%2)").arg(change > 0 ? "+" : "", QString::number(change, 'g', 4));
   }
+  label_->setText(text);
+  Dress_Label();
+  Place_Label(chart_.fontMetrics().horizontalAdvance(text));
+  label_->setVisible(true);
+  chart_.replot(QCustomPlot::rpQueuedReplot);
+}
+
+void Point_Drag::Dress_Label() {
   const QPalette& colours = chart_.palette();
   label_->setColor(colours.color(QPalette::ToolTipText));
   label_->setBrush(colours.color(QPalette::ToolTipBase));
   label_->setPen(QPen(colours.color(QPalette::ToolTipText)));
   label_->setFont(chart_.font());
-  label_->setText(text);
-  const double width = chart_.fontMetrics().horizontalAdvance(text) + 2 * label_distance;
-  const bool to_the_right = pointer_.x() + width < chart_.width();
+}
+
+/// Above the pointer to its right, or to its left where the chart ends; never over the text above the axes.
+void Point_Drag::Place_Label(int width) {
+  const bool to_the_right = pointer_.x() + width + 2 * label_distance < chart_.width();
   const double top = chart_.axisRect()->top() + chart_.fontMetrics().height();
   label_->setPositionAlignment((to_the_right ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignBottom);
   label_->position->setCoords(pointer_.x() + (to_the_right ? label_distance : -label_distance),
                               std::clamp(pointer_.y(), top, std::max(top, double(chart_.height()))));
-  label_->setVisible(true);
-  chart_.replot(QCustomPlot::rpQueuedReplot);
 }
 
 bool Point_Drag::eventFilter(QObject* watched, QEvent* event) {

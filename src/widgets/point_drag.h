@@ -58,7 +58,11 @@ class Point_Drag : public QObject {
   bool Key(const QKeyEvent& event);
   void Begin(const QPointF& position);
   void End(bool kept);
+  bool Move_From_Press(const QPointF& position);
+  void Drag_To(const QPointF& position);
   void Show_Value();
+  void Dress_Label();
+  void Place_Label(int width);
   void Show_Pointer(const QPointF& position);
   [[nodiscard]] int Point_At(const QPointF& position) const;
   [[nodiscard]] double Units_A_Pixel() const;
@@ -72,7 +76,8 @@ class Point_Drag : public QObject {
   int last_ = -1;
   int allowed_from_ = 0;
   State state_ = State::idle;
-  int row_ = 0;         ///< under the pointer
+  bool over_ = false;   ///< the pointer tells of a point
+  int row_ = 0;         ///< that is dragged
   double start_ = 0;    ///< its value when the drag began
   double delta_ = 0;    ///< of the pointer, in the chart's unit
   QPointF pressed_at_;  ///< where the button went down

@@ -20,9 +20,8 @@ namespace kx {
 namespace {
 
 constexpr const char* typed_as_percent =
-    "In closed loop a typed number is stored as percent of the duty, whatever unit the table shows, and "
-    "pasted "
-    "numbers are typed ones. Paste them all the same?";
+    "In closed loop a typed number is stored as percent of the duty, whatever unit the table shows, "
+    "and pasted numbers are typed ones. Paste them all the same?";
 
 /// A tune in the making.
 struct Edited {

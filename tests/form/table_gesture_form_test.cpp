@@ -176,6 +176,7 @@ TEST_F(Table_Gesture_Form, A_Drag_Elsewhere_Or_Sideways_Selects_And_A_Click_Pick
   const Grid& grid = Grid_Of(Table::ignition_load);
   Select(3, 6);
   QTest::mousePress(chart_, Qt::LeftButton, {}, Point(4));
+  QTest::mousePress(chart_, Qt::RightButton, {}, Point(1));
   QTest::mouseRelease(chart_, Qt::LeftButton, {}, Point(4));
   EXPECT_EQ(grid.Row(), 4);
   EXPECT_EQ(grid.Row_Sel(), 4);

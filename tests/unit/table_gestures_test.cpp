@@ -137,9 +137,8 @@ class Every_Rule : public Table_Gestures, public testing::WithParamInterface<Rul
 };
 
 constexpr const char* closed_loop_question =
-    "In closed loop a typed number is stored as percent of the duty, whatever unit the table shows, and "
-    "pasted "
-    "numbers are typed ones. Paste them all the same?";
+    "In closed loop a typed number is stored as percent of the duty, whatever unit the table shows, "
+    "and pasted numbers are typed ones. Paste them all the same?";
 
 TEST_P(Every_Rule, A_Paste_Is_Typed_And_One_Undo_Step) {
   const Rule_Case& rule = GetParam();
