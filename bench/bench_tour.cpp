@@ -333,14 +333,14 @@ class Tour {
     QWidget* map = Form("KX_3Dmap");
     QApplication::processEvents();
     Take_Picture_Of(*map, "map_3d");
+    Press(map, "Option2(1)");
+    Take_Picture_Of(*map, "map_data");
     ask_.Answer_With(out_.filePath("map.csv").toStdString());
     Press(map, "Export_Image");
     Require(QFile(out_.filePath("map.csv")).size() > 0, "no csv file");
     ask_.Answer_With(out_.filePath("map.bmp").toStdString());
     Press(map, "Export_Image");
     Require(!QImage(out_.filePath("map.bmp")).isNull(), "no picture");
-    Press(map, "Option2(1)");
-    Take_Picture_Of(*map, "map_data");
     map->close();
   }
 

@@ -299,8 +299,9 @@ QWidget* KX_Sensor_Editor::Make_Buttons() {
   auto* ok = Button("cmd_OK", "OK", "Keep what is edited and close");
   On_Click(cmd_Add_sensor_, [this] {
     if (!cmd_Add_sensor_Click()) return;
+    list_combo_->setCurrentIndex(0);
     Fill_Lists();
-    if (List() == Sensor_List::tune) Choose_Stored();
+    Choose_Stored();
   });
   On_Click(ok, [this] { cmd_OK_Click(); });
   auto* layout = new QHBoxLayout(line);
@@ -334,7 +335,7 @@ void KX_Sensor_Editor::Show_Chosen() {
   Guarded([this] { EditSensor_Combo_Click(List(), EditSensor_Combo_->currentIndex()); });
 }
 
-/// What has been stored is the sensor on view.
+/// What has been stored, also from a log's, is the tune sensor on view.
 void KX_Sensor_Editor::Choose_Stored() {
   EditSensor_Combo_->setCurrentIndex(
       Place_Of(Sensor_Names(Sensor_List::tune), txt_SensorName.Text(), EditSensor_Combo_->currentIndex()));

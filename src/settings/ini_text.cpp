@@ -75,6 +75,15 @@ Place Place_Of(std::string_view bytes, std::string_view key, std::size_t occurre
   return {behind_last, false};
 }
 
+/// True when a text is not likely to have been shortened to @p head by hand, as by taking out its last line:
+/// @p tail, which is missing, begins within a line or has several.
+bool Ends_Too_Early(std::string_view head, std::string_view tail) {
+  const bool within_a_line = (head.empty() || Open_End(head)) && tail[0] != '\r' && tail[0] != '\n';
+  const auto lines = Lines_Of(tail);
+  return within_a_line ||
+         std::ranges::count_if(lines, [](std::string_view line) { return !line.empty(); }) > 1;
+}
+
 }  // namespace
 
 std::vector<Ini_Value> Values_Of_Key(std::string_view bytes, std::string_view key) {
@@ -139,6 +148,7 @@ std::string With_New_List_Line(std::string_view bytes, std::string_view key, std
 
 bool Looks_Half_Written(std::string_view bytes, std::string_view before) {
   if (bytes == before) return false;
+  if (before.starts_with(bytes) && Ends_Too_Early(bytes, before.substr(bytes.size()))) return true;
   const bool cut = Open_End(Before_End_Of_Text(bytes)) && !Open_End(Before_End_Of_Text(before));
   const auto last_line = static_cast<int>(Lines_Of(Before_End_Of_Text(bytes)).size());
   return std::ranges::any_of(definition_keys, [&](std::string_view key) {

@@ -45,8 +45,8 @@ struct Ini_Fault {
                                              std::size_t occurrence, std::string_view value);
 
 /// True when @p bytes, read from a file that held @p before, seem to be the head of a file that another
-/// program is writing: all lines of a list are gone, or lines are gone and the last one has no end, or the
-/// last one has lost its tail.
+/// program is writing: they are the head of @p before and more than its last line is missing, or all lines of
+/// a list are gone, or lines of one are gone and the last line has no end or has lost its tail.
 [[nodiscard]] bool Looks_Half_Written(std::string_view bytes, std::string_view before);
 
 }  // namespace kx

@@ -82,18 +82,6 @@ QPointF Unit(const QPointF& vector) {
   return length > 0 ? vector / length : QPointF(0, 1);
 }
 
-/// A cell of four points in space may fold over itself on the screen, or bend inwards; the quick way of
-/// painting fills such a one wrong.
-bool Is_Convex(const std::array<QPointF, 4>& corners) {
-  int lefts = 0;
-  for (std::size_t i = 0; i < corners.size(); ++i) {
-    const QPointF one = corners[(i + 1) % 4] - corners[i];
-    const QPointF next = corners[(i + 2) % 4] - corners[(i + 1) % 4];
-    if (one.x() * next.y() - one.y() * next.x() < 0) ++lefts;
-  }
-  return lefts == 0 || lefts == 4;
-}
-
 QColor Faint(QColor colour, int alpha) {
   colour.setAlpha(alpha);
   return colour;
@@ -219,12 +207,8 @@ void Surface_Painter::Paint_Cell(const Surface_Shape& shape, const Surface_Shape
   const QColor fill = QColor::fromRgb(Colour_Of(cell));
   painter_.setBrush(fill);
   painter_.setPen(QPen(fill.darker(135), 0));
-  const auto count = static_cast<int>(corners.size());
-  if (Is_Convex(corners)) {
-    painter_.drawConvexPolygon(corners.data(), count);
-  } else {
-    painter_.drawPolygon(corners.data(), count);
-  }
+  // A cell of four points in space may bend inwards or cross itself on the screen.
+  painter_.drawPolygon(corners.data(), static_cast<int>(corners.size()));
 }
 
 /// By the mean value between the least and the greatest of the map, darker on slopes that the light, from low

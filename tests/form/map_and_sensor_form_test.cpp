@@ -403,6 +403,10 @@ TEST_F(Sensor_Form, Edits_A_Sensor_By_Values_In_Its_Grid) {
   Expect_Box("The changes of \"MAP 3 bar table\" are not stored. Give them up?", platform::Answer::yes);
   Choose("Sensor_List_combo", "Log sensor");
   EXPECT_FALSE(In<QWidget>("frame_Table")->isVisible());
+  Choose("EditSensor_Combo", "Analog_0-5V");
+  Press("cmd_Add_sensor");
+  EXPECT_EQ(In<QComboBox>("Sensor_List_combo")->currentText(), "Tune sensor") << "what is stored is one";
+  EXPECT_EQ(In<QComboBox>("EditSensor_Combo")->currentText(), "Analog_0-5V");
   QTest::keyClick(second_, Qt::Key_Escape);
   EXPECT_FALSE(second_->isVisible());
 }

@@ -8,6 +8,7 @@
 #include "settings/field_text.h"
 #include "support/file_size_limit.h"
 #include "support/settings_fixture.h"
+#include "support/test_folders.h"
 
 namespace kx {
 namespace {
@@ -158,6 +159,31 @@ TEST_F(Ini_File, What_Was_Read_Outlives_A_File_That_Goes_And_Is_Never_Written_Ov
   EXPECT_EQ(Texts_Of("Sens_Def"), Texts{"a\tLinear"});
   EXPECT_TRUE(Write_Key("comport1", "8"));
   EXPECT_EQ(Ini(), shorter + "comport1=8\r\n") << "whole, not a file of one line";
+}
+
+TEST_F(Ini_File, A_File_Cut_Anywhere_Is_Told_From_One_That_Was_Edited) {
+  const test::Temp_Dir shipped;
+  fs::copy(test::Shipped_Data(), shipped.Path(), fs::copy_options::recursive);
+  const std::string whole = shipped.Read("KXBenchPro.ini");
+  const std::size_t last_line = whole.rfind("an_sel4");
+  for (std::size_t cut = 0; cut < whole.size() - 2; ++cut) {
+    const bool only_without_last_line = cut + 2 >= last_line && cut <= last_line;
+    EXPECT_EQ(Looks_Half_Written(whole.substr(0, cut), whole), !only_without_last_line) << cut;
+  }
+  const auto without = [&whole](const std::string& start) {
+    std::string text = whole;
+    return text.erase(text.find(start), text.find('\n', text.find(start)) + 1 - text.find(start));
+  };
+  for (const std::string& edited : {without("Sens_Def=MAP 4"), without("preset_list=68"), without("an_sel1"),
+                                    "; first\r\n" + whole, whole + "Sens_Def=new\tLinear"}) {
+    EXPECT_FALSE(Looks_Half_Written(edited, whole));
+  }
+  // Cut while the head is another one than before.
+  for (const char* end : {"map_lst=V", "preset_list=6A216E47<KX by", "Sens_Def=Oil"}) {
+    const std::string edited = "; first\r\n" + whole;
+    EXPECT_TRUE(Looks_Half_Written(edited.substr(0, edited.find(end) + std::string(end).size()), whole))
+        << end;
+  }
 }
 
 TEST_F(Ini_File, An_Unsaved_Change_Finds_Its_Line_In_The_File_As_It_Is_Then) {

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 
@@ -274,8 +276,8 @@ TEST_F(Sensors, A_Second_Reading_Keeps_What_Was_Chosen_And_What_The_Status_Line_
   EXPECT_EQ(std::pair(User_Preset, DatasetID), std::pair(0, std::int16_t{107}));
   EXPECT_EQ(notice_text.Text(), "The preset \"two\" has gone from the file; \"one\" is in use.");
   ask_.Expect("The sensors, load axes and presets cannot be read again and stay as they were.\n" +
-              folder_.Path(Ini_File_Name) +
-              ": No such file or directory\nThe next setting that changes writes the file anew.");
+              folder_.Path(Ini_File_Name) + ": " + std::strerror(ENOENT) +
+              "\nThe next setting that changes writes the file anew.");
   std::filesystem::remove(folder_.Path(Ini_File_Name));
   Read_Definitions();
   EXPECT_EQ(Sens_Def.size() + MAP_tab.size() + Preset_List.size(), 7U);
