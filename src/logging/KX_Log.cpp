@@ -97,7 +97,7 @@ KX_Log::KX_Log(QWidget* parent)
   Make_View_Menu();
   Guard_Wheels_In(this);
   resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 40);
-  statusBar()->addWidget(Notice_Line("log_notice"), 1);
+  statusBar()->addWidget(Notice_Line("log_notice", Notices::all), 1);
   connect(live_, &Log_Live_Panel::Log_Cleared, this, [this] {
     Forget_Points();
     Clear_FileTextWindow();
