@@ -4,6 +4,7 @@
 #include <sys/prctl.h>
 #include <sys/wait.h>
 
+#include <QSettings>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
@@ -150,6 +151,7 @@ namespace test {
 int Run_Editing_Child(const char* folder) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   std::filesystem::current_path(folder);
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "desktop");
   platform::Qt_Seams seams;
   Hasty_Loop loop;
   seams.Install();
