@@ -10,6 +10,7 @@ namespace kx {
 namespace {
 
 constexpr int tick_milliseconds = 30'000;
+constexpr int busy_tick_milliseconds = 1'000;
 
 /// Programs in one folder that can keep a tune each.
 constexpr int most_programs = 9;
@@ -61,10 +62,14 @@ void Tick() {
 
 }  // namespace
 
-void Watch_Tune_Being_Edited() {
+void Watch_Tune_Being_Edited(std::function<bool()> line_is_busy) {
   timer = platform::seams.event_loop->Make_Timer();
   timer->Set_Interval(tick_milliseconds);
-  timer->On_Tick(Tick);
+  timer->On_Tick([busy = std::move(line_is_busy)] {
+    const bool waits = busy();
+    timer->Set_Interval(waits ? busy_tick_milliseconds : tick_milliseconds);
+    if (!waits) Tick();
+  });
   timer->Set_Enabled(true);
 }
 

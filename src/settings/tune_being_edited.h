@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,8 +14,9 @@
 /// file whose lock is free was left by a program that did not end in order.
 namespace kx {
 
-/// Begins to keep the tune being edited, every 30 s and only when it has changed.
-void Watch_Tune_Being_Edited();
+/// Begins to keep the tune being edited, every 30 s and only when it has changed. A tick that comes while
+/// @p line_is_busy says so waits for the line: a disk may take longer than a box that is asked for its name.
+void Watch_Tune_Being_Edited(std::function<bool()> line_is_busy);
 
 /// The tune stands in its file as it is on screen, or is the one that the program starts with: nothing is
 /// lost with it.

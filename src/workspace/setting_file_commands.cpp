@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "boxlink/transfer.h"
+#include "logging/live_log.h"
 #include "platform/files.h"
 #include "platform/seams.h"
 #include "settings/earlier_tunes.h"
@@ -138,7 +140,8 @@ void Open_Setting_File(const std::string& full_name) {
 
 void Offer_Left_Tunes() {
   for (const Left_Tune& left : Left_Tunes()) Guarded([&left] { Settle_Left_Tune(left); });
-  Watch_Tune_Being_Edited();
+  // A log has the line for hours, and its rows wait in the port meanwhile.
+  Watch_Tune_Being_Edited([] { return Transfer_Running() && !Log_Running(); });
 }
 
 void File_open_Click() {

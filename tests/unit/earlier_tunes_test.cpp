@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "boxlink/transfer.h"
 #include "logging/log_state.h"
 #include "platform/seams.h"
 #include "settings/history.h"
@@ -214,6 +215,19 @@ TEST_F(Earlier_Tunes_Test, The_Tune_Being_Edited_Is_Kept_While_It_Stands_In_No_F
   EXPECT_FALSE(folder_.Has(copy)) << "older than the file";
   run();
   EXPECT_FALSE(folder_.Has(copy));
+}
+
+TEST_F(Earlier_Tunes_Test, No_Disk_Is_Waited_For_While_A_Transfer_Has_The_Line) {
+  const std::string copy = "earlier-tunes/being-edited.kxs";
+  Offer_Left_Tunes();
+  Edit(32);
+  loop_.Set_Turn(0.1);
+  Run_Transfer({.goes_on = [] { return true; }}, [] {});
+  loop_.Run(35);
+  EXPECT_FALSE(folder_.Has(copy));
+  End_Transfer();
+  loop_.Run(1.2);
+  EXPECT_TRUE(folder_.Has(copy));
 }
 
 TEST_F(Earlier_Tunes_Test, What_A_Killed_Program_Has_Left_Is_Offered_Once) {
