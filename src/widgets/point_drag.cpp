@@ -164,7 +164,7 @@ void Point_Drag::Show_Value() {
   if (row_ > static_cast<int>(values_.size())) return;
   const double value = Value_Of(row_);
   const double change = value - start_;
-  QString text = QString::number(value, 'g', 6) + " " + unit_;
+  QString text = QString::number(value, 'g', 6) + (unit_.isEmpty() ? "" : " " + unit_);
   if (std::fabs(change) > shown_change) {
     text += QString(" (%1%2)").arg(change > 0 ? "+" : "", QString::number(change, 'g', 4));
   }

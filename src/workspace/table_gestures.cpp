@@ -76,6 +76,7 @@ void Shape(Table table, const Shape_Function& shape) {
   const Table_Meaning meaning = Meaning_Of(table);
   const std::vector<int> rows = Rows_To_Shape(table);
   std::vector<double> values;
+  values.reserve(rows.size());
   for (const int row : rows) {
     values.push_back(Exact_Value(meaning, CardByte[Edited_Byte(table, row)]).value_or(0));
   }
