@@ -1,9 +1,10 @@
-// Speed of the calculated signals over a full log of 6000 rows: as set up at first, and with all that a user
-// can switch on.
+// Speed of what is made of a full log of 6000 rows: the calculated signals, as set up at first and with all
+// that a user can switch on, and the hit map.
 #include <benchmark/benchmark.h>
 
 #include <string>
 
+#include "logging/hit_map.h"
 #include "logging/log_calculations.h"
 #include "logging/log_signals.h"
 #include "sim/drive.h"
@@ -46,6 +47,22 @@ void Bench_Calculation_Run(benchmark::State& state, const kx::Calculation_Inputs
       rows * 1e-9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
+/// The hit map of a table with 41 RPM entries.
+void Bench_Hit_Map(benchmark::State& state) {
+  const kx::Log_Array decoded = Decoded_Drive();
+  kx::Hit_Choice choice;
+  choice.load = {33, 8};
+  choice.rpm = {41, 250};
+  choice.value_slot = 8;
+  choice.last_row = rows;
+  choice.ranges[0] = {7, 0, 50};
+  int counted = 0;
+  for (auto step : state) benchmark::DoNotOptimize(counted = kx::Hit_Map_Of_Log(decoded, choice).rows);
+  state.counters["rows"] = counted;
+  state.counters["ns_a_row"] = benchmark::Counter(
+      rows * 1e-9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -56,6 +73,7 @@ int main(int argc, char** argv) {
   all.boost_sensor = 0;
   benchmark::RegisterBenchmark("Bench_Calculation_Run/usual", Bench_Calculation_Run, Usual_Inputs());
   benchmark::RegisterBenchmark("Bench_Calculation_Run/smoothed_and_filtered", Bench_Calculation_Run, all);
+  benchmark::RegisterBenchmark("Bench_Hit_Map", Bench_Hit_Map);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

@@ -27,6 +27,7 @@
 #include "settings/image.h"
 #include "sim/image_file.h"
 #include "sim/pty_box.h"
+#include "tour_hit_map.h"
 #include "widgets/table_grid.h"
 #include "workspace/BoostProgMain.h"
 #include "workspace/choice_controls.h"
@@ -90,8 +91,13 @@ class Tour {
            Step("line log", [this] { Export_Line_Log(); }) && Step("save", [this] { Save(); }) &&
            Step("open and compare 256 bytes", [this] { Open_Again(); }) &&
            Step("open a demo log", [this] { log_.Open_Demo_Log(); }) &&
+           Step("hit map of a drive", [this] { Hit_Map(); }) &&
            Step("record 15 s of the drive", [this] { log_.Record(); }) &&
            Step("power over RPM, save, export", [this] { log_.Show_And_Export(); });
+  }
+
+  void Hit_Map() {
+    kx::bench::Show_Hit_Map(out_, [this](const QString& file) { ask_.Answer_With(file.toStdString()); });
   }
 
   void Keep_Journal() {

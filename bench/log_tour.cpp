@@ -17,6 +17,7 @@
 #include "logging/log_signals.h"
 #include "logging/log_state.h"
 #include "sim/drive.h"
+#include "tour_hit_map.h"
 
 namespace kx::bench {
 namespace {
@@ -125,6 +126,7 @@ void Log_Tour::Record() {
   Require(Log_Running(), "START started nothing");
   QTest::qWait(recorded_ms / 2);
   Take_Picture(*Window("KX_Log"), "log_live");
+  Show_Engine_Place(out_);
   QTest::qWait(recorded_ms / 2);
   Press("cmd_Open_Com");
   Require(!Log_Running() && !Log_File_Unsaved, "the log was not ended and saved");

@@ -111,8 +111,8 @@ void Comm_Port::Report(Line_Event event) {
   switch (event) {
     case Line_Event::received:
       Take_Arrived();
-      if (RThreshold <= 0 || waiting_.size() < static_cast<std::size_t>(RThreshold)) return;
-      if (std::exchange(fresh_, false)) Raise(comm_event::receive);
+      Report_Enough();
+      if (OnArrival) OnArrival();
       return;
     case Line_Event::break_signal:
       return Raise(comm_event::break_signal);
@@ -125,6 +125,11 @@ void Comm_Port::Report(Line_Event event) {
     case Line_Event::lost:
       return Note_Loss();
   }
+}
+
+void Comm_Port::Report_Enough() {
+  if (RThreshold <= 0 || waiting_.size() < static_cast<std::size_t>(RThreshold)) return;
+  if (std::exchange(fresh_, false)) Raise(comm_event::receive);
 }
 
 void Comm_Port::Raise(int code) {

@@ -69,7 +69,14 @@ class Comm_Port {
   /// Called from the event loop with CommEvent set.
   std::function<void()> OnComm;
 
-  /// Closes the port and forgets everything but OnComm.
+  /// Called from the event loop whenever characters have come, whatever RThreshold is, behind the receive
+  /// event if there is one. For a look at Waiting; it takes nothing.
+  std::function<void()> OnArrival;
+
+  /// What has arrived and has not been taken.
+  [[nodiscard]] std::string_view Waiting() const { return waiting_; }
+
+  /// Closes the port and forgets everything but OnComm and OnArrival.
   void Reset();
 
  private:
@@ -77,6 +84,7 @@ class Comm_Port {
   void Close();
   void Report(platform::Line_Event event);
   void Raise(int code);
+  void Report_Enough();
   void Note_Loss();
   void Take_Arrived();
   bool Keep(const std::string& arrived);

@@ -8,6 +8,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "logging/KX_Hit_Map.h"
 #include "logging/KX_Log_Setup.h"
 #include "logging/KX_RPM.h"
 #include "logging/chart_export.h"
@@ -105,6 +106,8 @@ KX_Log::KX_Log(QWidget* parent)
   Set_Hooks();
   Guarded(Load_Log_Window);
   rpm_ = std::make_unique<KX_RPM>();
+  hits_ = std::make_unique<KX_Hit_Map>();
+  connect(hits_.get(), &KX_Hit_Map::Entry_Wanted, this, &KX_Log::Entry_Wanted);
 }
 
 KX_Log::~KX_Log() {
@@ -175,6 +178,7 @@ void KX_Log::Make_View_Menu() {
   Entry(view, "Redraw", "&Redraw", QKeySequence("F11"), [] { Show_Log(log_view_hooks.show_chart); });
   Entry(view, "Restore_signals_view", "Show all &signals", {}, Restore_signals_view_Click);
   Entry(view, "rpm_graph_entry", "RPM &graph...", QKeySequence("F6"), [this] { Show_Rpm_Graph(); });
+  Entry(view, "Log_Hit_Map", "&Hit map...", QKeySequence("Shift+F7"), [this] { Open_Hit_Map(*this); });
   Entry(view, "cmd_MAF_Sim_menu", "&MAF-Sim", {}, [this] { maf_->Toggle(*this); });
   QAction* summary = view->addAction("Setting s&ummary...", this, &KX_Log::Summary_Wanted);
   summary->setObjectName("Setting_Summary");
@@ -200,6 +204,7 @@ void KX_Log::Show_Settings() {
 void KX_Log::Show_Names() {
   signals_->Show_Names();
   setup_->Show_Rows();
+  Follow_Tables();
 }
 
 void KX_Log::Show_File() {
@@ -219,6 +224,13 @@ void KX_Log::Forget_Points() {
 void KX_Log::Update_Chart() {
   chart_->Update_Chart();
   if (rpm_ && rpm_->isVisible()) rpm_->Show_RPM();
+  Follow_Tables();
+}
+
+void KX_Log::Open_Hit_Map(QWidget& under) { Open_Form(*hits_, under); }
+
+void KX_Log::Follow_Tables() {
+  if (hits_) hits_->Follow_Log();
 }
 
 void KX_Log::Show_Live() {
@@ -273,12 +285,14 @@ void KX_Log::Leave() {
   Guarded([this] { Save_Log_Window_Size(); });
   setup_->close();
   rpm_->close();
+  hits_->close();
   maf_->close();
   hide();
 }
 
 bool KX_Log::Owns(const QWidget* window) const {
-  return window == this || window == setup_.get() || window == rpm_.get() || window == maf_.get();
+  return window == this || window == setup_.get() || window == rpm_.get() || window == hits_.get() ||
+         window == maf_.get();
 }
 
 void KX_Log::closeEvent(QCloseEvent* event) {

@@ -5,9 +5,11 @@
 #include <memory>
 
 #include "logging/panels/Setting_Controls.h"
+#include "workspace/tables.h"
 
 namespace kx {
 
+class KX_Hit_Map;
 class KX_Log_Setup;
 class KX_RPM;
 class Log_Chart_Panel;
@@ -27,6 +29,12 @@ class KX_Log : public QMainWindow {
   /// log_window: shows the window over @p main_form at the size that the configuration keeps.
   void Open(QWidget& main_form);
 
+  /// The hit map, over @p under.
+  void Open_Hit_Map(QWidget& under);
+
+  /// The axes of the tune have changed: the hit map goes along.
+  void Follow_Tables();
+
   /// Keeps the size of the window and takes it and all that belong to it off the screen, without a question.
   void Leave();
 
@@ -39,6 +47,9 @@ class KX_Log : public QMainWindow {
 
   /// START and STOP work, or not: one is under way.
   void Start_Enabled(bool enabled);
+
+  /// The user asks for the entries that a cell of the hit map belongs to, from 1; a load entry of 0 is none.
+  void Entry_Wanted(kx::Table load_table, int load_entry, int rpm_entry);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -67,6 +78,7 @@ class KX_Log : public QMainWindow {
   Log_File_Panel* files_;
   std::unique_ptr<KX_Log_Setup> setup_;
   std::unique_ptr<KX_RPM> rpm_;
+  std::unique_ptr<KX_Hit_Map> hits_;
   std::unique_ptr<Maf_Text_Window> maf_;
   std::vector<QAction*> file_entries_;  ///< what would take the place of a log that runs
   QAction* start_entry_ = nullptr;

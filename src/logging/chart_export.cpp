@@ -17,10 +17,10 @@ constexpr const char* filter =
     "Logg file image (*.bmp)|*.bmp|As text file (*.csv)|*.csv|Picture (*.png)|*.png|Document (*.pdf)|*.pdf";
 constexpr std::string_view log_extension = ".kxl";
 
-std::string Proposed_Name() {
+std::string Proposed_Name(std::string_view behind) {
   std::string name = Log_File_Name;
   if (name.ends_with(log_extension)) name[name.size() - log_extension.size()] = '_';
-  return name;
+  return name + std::string(behind);
 }
 
 std::string Extension_Of(const std::string& name) {
@@ -39,11 +39,17 @@ std::string Numbers_For_File(Point_Head head) {
 }  // namespace
 
 void Export_Chart(Point_Head head, const Chart_Picture& picture) {
+  Export_Of_Log(
+      "", [head] { return Numbers_For_File(head); }, picture);
+}
+
+void Export_Of_Log(std::string_view behind, const std::function<std::string()>& numbers,
+                   const Chart_Picture& picture) {
   const auto name =
-      platform::seams.ask->Save_Name({"Save As", filter, Log_Directory, Proposed_Name(), "bmp"});
+      platform::seams.ask->Save_Name({"Save As", filter, Log_Directory, Proposed_Name(behind), "bmp"});
   if (!name || name->empty()) return;
   const std::string format = Extension_Of(*name);
-  const std::string bytes = format == "csv" ? Numbers_For_File(head) : picture(format);
+  const std::string bytes = format == "csv" ? numbers() : picture(format);
   if (bytes.empty()) return Tell(*name + ": no such kind of picture", platform::Icon::critical);
   const auto result = platform::Replace_File(*name, bytes);
   if (!result.Ok()) return Tell(result.reason, platform::Icon::critical);

@@ -14,4 +14,9 @@ using Chart_Picture = std::function<std::string(const std::string& format)>;
 /// of the chart (.csv) or what @p picture makes of it. The numbers go to the clipboard, too.
 void Export_Chart(Point_Head head, const Chart_Picture& picture);
 
+/// The same for any view of the log: @p behind goes behind the proposed name, @p numbers gives the bytes of a
+/// .csv file.
+void Export_Of_Log(std::string_view behind, const std::function<std::string()>& numbers,
+                   const Chart_Picture& picture);
+
 }  // namespace kx

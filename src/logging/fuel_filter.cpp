@@ -20,8 +20,8 @@ double Duty_Cycle(double rpm, double injection_ms) {
   return std::isfinite(part) ? 100 * Round_To(part, 2) : std::nan("");
 }
 
-bool Fuel_Filter::High_Load(const Fuel_Row& row) const {
-  return row.rpm > limits_.min_rpm && row.boost > limits_.min_boost && row.in_fuel > limits_.min_fuel;
+bool High_Load(const Fuel_Row& row, const Fuel_Filter_Limits& limits) {
+  return row.rpm > limits.min_rpm && row.boost > limits.min_boost && row.in_fuel > limits.min_fuel;
 }
 
 /// Without boost there is no ratio to judge by.
@@ -37,14 +37,14 @@ bool Fuel_Filter::Stays_Full(const Fuel_Row& row, std::optional<double> ratio) {
   if (row.in_fuel == Fuel_Prev) return true;  // the reading is stuck
   if (row.boost < limits_.min_boost && row.in_fuel < limits_.min_fuel) return false;
   if (Too_Low(ratio)) return true;
-  if (High_Load(row)) Learn(ratio);
+  if (High_Load(row, limits_)) Learn(ratio);
   return false;
 }
 
 /// The ratio follows the engine below high load, too.
 bool Fuel_Filter::Becomes_Full(const Fuel_Row& row, std::optional<double> ratio) {
   const bool falls_alone = row.boost - Boost_Prev > limits_.boost_drop;
-  if (High_Load(row) && Too_Low(ratio) && falls_alone) return true;
+  if (High_Load(row, limits_) && Too_Low(ratio) && falls_alone) return true;
   Learn(ratio);
   return false;
 }
@@ -57,7 +57,7 @@ bool Fuel_Filter::Is_Full(const Fuel_Row& row, std::optional<double> ratio) {
 Filtered_Fuel Fuel_Filter::Take(const Fuel_Row& row) {
   std::optional<double> ratio;
   if (row.boost != 0) ratio = row.in_fuel / row.boost;
-  if (Fuel_Ratio == 0 && High_Load(row)) Learn(ratio);
+  if (Fuel_Ratio == 0 && High_Load(row, limits_)) Learn(ratio);
 
   Filtered_Fuel result;
   result.in_duty = Duty_Cycle(row.rpm, row.in_fuel);

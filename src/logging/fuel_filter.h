@@ -27,6 +27,10 @@ struct Fuel_Row {
   double tot_fuel = 0;  ///< ms
 };
 
+/// True above the least rpm, boost and injection time of @p limits: there the filter learns, and other views
+/// of a log take it for load, too.
+[[nodiscard]] bool High_Load(const Fuel_Row& row, const Fuel_Filter_Limits& limits);
+
 /// What the filter makes of it. Nothing means: leave the slot as it is.
 struct Filtered_Fuel {
   std::optional<double> in_fuel;   ///< ms
@@ -48,7 +52,6 @@ class Fuel_Filter {
   [[nodiscard]] Filtered_Fuel Take(const Fuel_Row& row);
 
  private:
-  [[nodiscard]] bool High_Load(const Fuel_Row& row) const;
   [[nodiscard]] bool Too_Low(std::optional<double> ratio) const;
   [[nodiscard]] bool Is_Full(const Fuel_Row& row, std::optional<double> ratio);
   [[nodiscard]] bool Stays_Full(const Fuel_Row& row, std::optional<double> ratio);

@@ -99,6 +99,10 @@ void Log_OnComm() {
   MSComm1_OnComm();
 }
 
+void Log_OnArrival() {
+  if (const auto log = live) log->Note_Arrival();
+}
+
 bool Open_Log_Port() {
   MSComm1.Set_PortOpen(false);
   MSComm1.Set_CommPort(Com_Port_Number);
@@ -108,6 +112,7 @@ bool Open_Log_Port() {
   MSComm1.RThreshold = log_receive_threshold;
   MSComm1.InputLen = log_chunk_length;
   MSComm1.OnComm = Log_OnComm;
+  MSComm1.OnArrival = Log_OnArrival;
   return true;
 }
 
@@ -145,6 +150,7 @@ void Take_Port(Kept_Tune& tune, Section_Texts texts) {
   const auto log = std::make_shared<Live_Log>(std::move(tune));
   live = log;
   log->Begin();
+  Guarded(Show_Live_Place);
   Fail_If_Ended();
 }
 
@@ -160,6 +166,7 @@ void Give_Line_Back(std::string_view) {
   ended = std::exchange(live, nullptr);
   ended->Leave_Line();
   Show_Live_Log();
+  Guarded(Show_Live_Place);
   platform::seams.event_loop->Post(Finish_Ended_Log);
 }
 
@@ -193,6 +200,19 @@ void Give_Up_Start() {
 void Show_Live_Log() {
   if (live_log_hooks.show) live_log_hooks.show();
 }
+
+void Show_Live_Place() {
+  if (live_log_hooks.show_place) live_log_hooks.show_place();
+}
+
+std::optional<Live_Row> Newest_Live_Row() { return live ? live->Newest() : std::nullopt; }
+
+void Follow_Engine_Click(bool on) {
+  if (live) live->follow = on;
+  Show_Live_Place();
+}
+
+bool Following_Engine() { return live && live->follow; }
 
 bool Log_Running() { return live != nullptr; }
 

@@ -2,7 +2,10 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
+
+#include "logging/live_row.h"
 
 /// The live log as the windows see it: START and STOP, what is to be shown meanwhile, and the ways to its
 /// end.
@@ -34,6 +37,14 @@ bool Decode_Live_Log_Again();
 
 /// True from a start that has opened the port to its stop.
 [[nodiscard]] bool Log_Running();
+
+/// The newest row that has arrived, 20 a second, however seldom the update tick comes. Nothing without a log
+/// and while the box is silent.
+[[nodiscard]] std::optional<Live_Row> Newest_Live_Row();
+
+/// Whether the table on show follows the engine: the user's choice, off as a log begins and gone with it.
+void Follow_Engine_Click(bool on);
+[[nodiscard]] bool Following_Engine();
 
 /// What KX_Log shows of the live log. A function of the log's state, asked for whenever something has
 /// changed.
@@ -70,6 +81,7 @@ void cmd_Show_Current_Data_Clear();
 struct Live_Log_Hooks {
   std::function<void()> show;                      ///< Shown_Live_Log has changed
   std::function<void()> show_values;               ///< live_values have changed
+  std::function<void()> show_place;                ///< Newest_Live_Row or Following_Engine have changed
   std::function<std::string()> readable_settings;  ///< section "[readable_settings]" of the tune
 };
 extern Live_Log_Hooks live_log_hooks;

@@ -146,6 +146,26 @@ void Live_Log::Receive() {
   backup_.Print(outcome.backup);
 }
 
+/// A view that fails costs no row: it is told once, and the log goes on.
+void Live_Log::Set_Newest(std::optional<Live_Row> row) {
+  if (row == newest_) return;
+  newest_ = std::move(row);
+  try {
+    Show_Live_Place();
+  } catch (const std::exception& failure) {
+    Tell_Failed_Once(failure.what());
+  }
+}
+
+/// While the stream is broken off, what comes may begin anywhere in a row.
+void Live_Log::Note_Arrival() {
+  if (!reception_.Log_First_Data_Seen || reception_.Log_Stream_Broken) return;
+  const std::size_t known = std::min(stream_->size(), newest_row_reach);
+  std::string end = stream_->substr(stream_->size() - known);
+  end += MSComm1.Waiting();
+  if (auto row = Newest_Row(end)) Set_Newest(std::move(row));
+}
+
 void Live_Log::Set_Alert(Shown_Alert alert) {
   alert_ = alert;
   Show_Live_Log();
@@ -160,6 +180,7 @@ void Live_Log::Alert_Tick() {
   if (action != Alert_Action::resend) {
     live_timers.Timer1->Set_Enabled(false);
     Set_Alert(Shown_Alert::no_connection);
+    Set_Newest({});
   }
   try {
     Touch_Port(action);
@@ -252,6 +273,7 @@ void Live_Log::Leave_Line() {
   }
   MSComm1.Set_PortOpen(false);
   MSComm1.OnComm = MSComm1_OnComm;
+  MSComm1.OnArrival = {};
 }
 
 void Live_Log::Finish() {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
+#include "logging/live_row.h"
 #include "logging/log_backup.h"
 #include "logging/log_reception.h"
 #include "logging/log_state.h"
@@ -55,6 +57,9 @@ class Live_Log {
   /// One receive event of the port.
   void Receive();
 
+  /// Characters have come that no chunk may have taken yet: looks for the newest row among them.
+  void Note_Arrival();
+
   /// timer_LogAlert, 750 ms.
   void Alert_Tick();
 
@@ -74,11 +79,15 @@ class Live_Log {
   /// Decodes the rows on show anew: the settings give other sensors to the slots.
   void Decode_Again();
 
+  [[nodiscard]] const std::optional<Live_Row>& Newest() const { return newest_; }
+  bool follow = false;  ///< the table on show follows the engine
+
   [[nodiscard]] Shown_Alert Alert() const { return alert_; }
   [[nodiscard]] bool Alert_Inverted() const { return inverted_; }
 
  private:
   void Set_Alert(Shown_Alert alert);
+  void Set_Newest(std::optional<Live_Row> row);
   void Touch_Port(Alert_Action action) const;
   void Update_Chart_Or_Time();
   void Update_Live_Chart();
@@ -98,7 +107,8 @@ class Live_Log {
   std::string* stream_ = &Log_Data_Text;  // where chunks go: another text while a part is being saved
   Log_Backup backup_;
   Kept_Tune tune_;
-  std::string directory_;  // of all parts, as it was at the start
+  std::string directory_;           // of all parts, as it was at the start
+  std::optional<Live_Row> newest_;  // nothing while the box is silent
   Shown_Alert alert_ = Shown_Alert::none;
   bool inverted_ = false;
   bool Log_OnComm_Busy = false;
@@ -133,6 +143,7 @@ extern Live_Timers live_timers;
 
 /// Tells the windows.
 void Show_Live_Log();
+void Show_Live_Place();
 
 /// Date and time of a log, or part, that begins now, into the settings.
 void Note_Log_Begin();

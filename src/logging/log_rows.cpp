@@ -18,9 +18,8 @@ constexpr std::size_t rpm_length = 6;
 constexpr std::size_t field_length = 3;
 constexpr std::string_view overflow_text = "A.0000";
 constexpr double overflow_value = 10;
-constexpr int first_copied_slot = 2;
-constexpr int last_copied_slot = 4;
 constexpr int no_number = 1 << 12;
+constexpr int most_counts_of_field = 255;
 
 bool Is_Digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -43,18 +42,8 @@ double Rpm_Number(std::string_view field) {
   return text == overflow_text ? overflow_value : Val_Any(text);
 }
 
-/// The number of an RPM field. Four decimals over 10000 is the same double as the text's.
-double Rpm_Field(std::string_view row) {
-  if (row.size() >= rpm_length && (row[1] == '.' || row[1] == ',')) {
-    const std::array<char, 5> digits{row[0], row[2], row[3], row[4], row[5]};
-    if (std::all_of(digits.begin(), digits.end(), Is_Digit)) {
-      int number = 0;
-      for (const char c : digits) number = number * 10 + (c - '0');
-      return number / 10000.0;
-    }
-  }
-  return Rpm_Number(Part(row, 0, rpm_length));
-}
+/// Position of a slot's first character.
+std::size_t Row_Place(int slot) { return static_cast<std::size_t>(4 * slot - 1); }
 
 bool Converts(const Log_Sensor& sensor) { return Log_Sensor_Value(sensor, 0).has_value(); }
 
@@ -92,6 +81,25 @@ int Field_Count_Of(std::string_view row) {
   return static_cast<int>(std::min<std::ptrdiff_t>(std::count(row.begin(), row.end(), ' '), INT16_MAX));
 }
 
+/// Four decimals over 10000 is the same double as the text's.
+double Rpm_Field_Of(std::string_view row) {
+  if (row.size() >= rpm_length && (row[1] == '.' || row[1] == ',')) {
+    const std::array<char, 5> digits{row[0], row[2], row[3], row[4], row[5]};
+    if (std::all_of(digits.begin(), digits.end(), Is_Digit)) {
+      int number = 0;
+      for (const char c : digits) number = number * 10 + (c - '0');
+      return number / 10000.0;
+    }
+  }
+  return Rpm_Number(Part(row, 0, rpm_length));
+}
+
+std::optional<double> Counts_Field_Of(std::string_view row, int slot) {
+  if (slot < 2 || Row_Place(slot) + field_length > row.size()) return {};
+  const int number = Plain_Number(row.data() + Row_Place(slot));
+  return number <= most_counts_of_field ? std::optional<double>(number) : std::nullopt;
+}
+
 Row_Decoder::Row_Decoder(Log_Array& target, int field_count)
     : target_(target), last_slot_(std::min(field_count, log_slot_count)), time_(target.Column(0).data()) {
   const Log_Sensor* rpm_sensor = Find_Log_Sensor(Signal_Row(0).sensor);
@@ -107,10 +115,9 @@ void Row_Decoder::Add_Slot(int slot) {
   const int number = Signal_Row(slot - 1).sensor;
   const Log_Sensor* sensor = Find_Log_Sensor(number);
   if (sensor == nullptr || !Converts(*sensor)) return;
-  const bool copied = slot >= first_copied_slot && slot <= last_copied_slot;
-  double* copy = copied ? target_.Column(first_raw_copy_slot + slot - first_copied_slot).data() : nullptr;
-  slots_.push_back({static_cast<std::size_t>(4 * slot - 1), target_.Column(slot).data(), copy,
-                    Values_Of(number, *sensor), sensor});
+  const int copy_slot = Raw_Copy_Slot(slot);
+  double* copy = copy_slot == no_slot ? nullptr : target_.Column(copy_slot).data();
+  slots_.push_back({Row_Place(slot), target_.Column(slot).data(), copy, Values_Of(number, *sensor), sensor});
 }
 
 const double* Row_Decoder::Values_Of(int number, const Log_Sensor& sensor) {
@@ -133,7 +140,7 @@ void Row_Decoder::Decode(std::string_view row, int n) {
   if (n < 1 || n > log_capacity) return;
   const auto at = static_cast<std::size_t>(n);
   time_[at] = (n - 1) * log_row_seconds;
-  if (rpm_ != nullptr) Put(rpm_[at], rpm_offset_ + rpm_gain_ * Rpm_Field(row));
+  if (rpm_ != nullptr) Put(rpm_[at], rpm_offset_ + rpm_gain_ * Rpm_Field_Of(row));
   for (const Slot& slot : slots_) {
     const int number = slot.at + field_length <= row.size() ? Plain_Number(row.data() + slot.at) : no_number;
     if (slot.at >= row.size()) break;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -32,6 +33,13 @@ struct Log_Sensor;
 
 /// Highest slot that the row carries: its number of blanks.
 [[nodiscard]] int Field_Count_Of(std::string_view row);
+
+/// The number of the RPM field of a row.
+[[nodiscard]] double Rpm_Field_Of(std::string_view row);
+
+/// Raw counts, 0 to 255, of the field of @p slot, from slot 2 on. Nothing when the row does not reach it or
+/// there is no plain number.
+[[nodiscard]] std::optional<double> Counts_Field_Of(std::string_view row, int slot);
 
 /// Decodes rows into one array, by the sensors that the settings give to the slots when this is made; it
 /// must not outlive a change of those.

@@ -52,6 +52,14 @@ constexpr int difference_minuend_slot = 19;
 constexpr int difference_subtrahend_slot = 18;
 constexpr int difference_slot = 34;
 
+/// Slot of the raw copy of @p slot, which the first three analog inputs have in every layout; no_slot for any
+/// other.
+[[nodiscard]] constexpr int Raw_Copy_Slot(int slot) {
+  constexpr int first_copied = 2;
+  constexpr int last_copied = 4;
+  return slot >= first_copied && slot <= last_copied ? first_raw_copy_slot + slot - first_copied : no_slot;
+}
+
 /// Rows of the box: the present one with 14 fields or more, and the short one of old boxes.
 enum class Log_Layout { current, old };
 

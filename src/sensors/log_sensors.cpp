@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 
 #include "sensors/conversion.h"
 #include "settings/message.h"
@@ -122,6 +124,23 @@ std::optional<double> Log_Sensor_Value(const Log_Sensor& sensor, double raw) {
   }
   if (sensor.kind != "Tab" || sensor.numbers.size() != table_points) return {};
   return Round_To(Forward_Curve(Curve(sensor.numbers.data(), table_points), raw), decimals_of_tables);
+}
+
+std::optional<double> Raw_Of_Log_Value(const Log_Sensor& sensor, double value) {
+  if (sensor.kind == "Linear" || sensor.kind == "Linear2c") {
+    if (sensor.Gain() == 0) return {};
+    const double raw = (value - sensor.Offset()) / sensor.Gain();
+    return sensor.kind == "Linear2c" && raw < 0 ? raw + byte_values : raw;
+  }
+  std::optional<double> nearest;
+  double least = std::numeric_limits<double>::infinity();
+  for (int raw = 0; raw < byte_values; ++raw) {
+    const double off = std::fabs(Log_Sensor_Value(sensor, raw).value_or(std::nan("")) - value);
+    if (!(off < least)) continue;
+    least = off;
+    nearest = raw;
+  }
+  return nearest;
 }
 
 std::optional<double> Rpm_Sensor_Value(const Log_Sensor& sensor, double field) {

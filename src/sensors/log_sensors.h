@@ -37,6 +37,10 @@ extern std::vector<Log_Sensor> Log_Sens_Def_Tab;
 /// kind that converts nothing.
 [[nodiscard]] std::optional<double> Log_Sensor_Value(const Log_Sensor& sensor, double raw);
 
+/// The logged number that reads @p value: the inverse of Log_Sensor_Value, of several the smallest; from a
+/// "Tab" the one whose value is nearest. Nothing for a kind that converts nothing and for a gain of 0.
+[[nodiscard]] std::optional<double> Raw_Of_Log_Value(const Log_Sensor& sensor, double value);
+
 /// Value of the RPM field of a row, which only a "Linear" sensor converts.
 [[nodiscard]] std::optional<double> Rpm_Sensor_Value(const Log_Sensor& sensor, double field);
 

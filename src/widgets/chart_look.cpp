@@ -17,6 +17,8 @@ constexpr double worth_keeping = 0.4;  ///< share of the axis that the curve has
 
 QColor Main_Line_Colour() { return {31, 119, 180}; }
 
+QColor Engine_Colour() { return {230, 110, 0}; }
+
 QColor Signal_Colour(int row) {
   static const std::array colours{QColor(0, 114, 178),  QColor(230, 140, 0),   QColor(0, 150, 110),
                                   QColor(205, 70, 160), QColor(70, 170, 230),  QColor(200, 60, 30),

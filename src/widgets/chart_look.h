@@ -12,6 +12,9 @@ void Apply_Chart_Look(QCustomPlot& plot);
 /// Colour of the main line of a chart.
 [[nodiscard]] QColor Main_Line_Colour();
 
+/// Colour of the marks that show where the engine is; they have a shape of their own, too.
+[[nodiscard]] QColor Engine_Colour();
+
 /// Colour of signal @p row of a log, 0 up: the same in every chart and beside its tick box. Readable on light
 /// and on dark paper; neighbours differ in lightness too, for those who see few colours.
 [[nodiscard]] QColor Signal_Colour(int row);

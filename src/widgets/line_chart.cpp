@@ -12,6 +12,8 @@ namespace kx {
 namespace {
 
 constexpr int legend_row = 1;
+constexpr int half_diamond = 6;  ///< pixels, of the engine's mark
+constexpr int label_room = 4;    ///< around its text
 
 QCPRange Value_Range(const Chart& chart) {
   double low = 0;
@@ -166,6 +168,62 @@ void Line_Chart::showEvent(QShowEvent* event) {
   QCustomPlot::showEvent(event);
   Set_Labels(std::vector<std::string>(shown_labels_));
   if (stale_) Draw();
+}
+
+void Line_Chart::Set_Place(const std::optional<Chart_Place>& place) {
+  if (place == place_) return;
+  const QRect before = Place_Strip();
+  place_ = place;
+  update(before.united(Place_Strip()));
+}
+
+/// Held at the edge of the chart where the value is beyond it.
+QPointF Line_Chart::Place_Point() const {
+  const QRect area = axisRect()->rect();
+  return {xAxis->coordToPixel(place_->entry),
+          std::clamp(yAxis->coordToPixel(place_->value), area.top() * 1.0, area.bottom() * 1.0)};
+}
+
+/// At the end of the line that is farther from the curve, on the side that has the room.
+QRectF Line_Chart::Place_Label() const {
+  const QRectF area = axisRect()->rect();
+  QRectF label(0, 0, fontMetrics().horizontalAdvance(place_->text) + 2 * label_room,
+               fontMetrics().height() + label_room);
+  const QPointF point = Place_Point();
+  const bool right = point.x() + half_diamond + label.width() <= area.right();
+  const bool top = point.y() > area.center().y();
+  label.moveTo(right ? point.x() + half_diamond : point.x() - half_diamond - label.width(),
+               top ? area.top() + 2 : area.bottom() - label.height() - 2);
+  return label;
+}
+
+/// What the mark covers, from the top of the chart to its foot.
+QRect Line_Chart::Place_Strip() const {
+  if (!place_ || !isVisible()) return {};
+  const QRectF area = axisRect()->rect();
+  const double x = Place_Point().x();
+  const QRectF line(x - half_diamond, area.top(), 2 * half_diamond, area.height());
+  return line.united(Place_Label()).toAlignedRect().adjusted(-2, -half_diamond - 2, 2, half_diamond + 2);
+}
+
+/// The mark stands over the drawn chart and is no part of it: it moves twenty times a second.
+void Line_Chart::paintEvent(QPaintEvent* event) {
+  QCustomPlot::paintEvent(event);
+  if (!place_) return;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QPointF point = Place_Point();
+  const QRect area = axisRect()->rect();
+  painter.setPen(QPen(Engine_Colour(), 2));
+  painter.drawLine(QPointF(point.x(), area.top()), QPointF(point.x(), area.bottom()));
+  painter.setPen(QPen(palette().color(QPalette::Text), 1));
+  painter.setBrush(Engine_Colour());
+  painter.drawPolygon(QPolygonF({point - QPointF(half_diamond, 0), point - QPointF(0, half_diamond),
+                                 point + QPointF(half_diamond, 0), point + QPointF(0, half_diamond)}));
+  const QRectF label = Place_Label();
+  painter.setBrush(palette().color(QPalette::Base));
+  painter.drawRect(label);
+  painter.drawText(label, Qt::AlignCenter, place_->text);
 }
 
 void Line_Chart::resizeEvent(QResizeEvent* event) {

@@ -2,11 +2,22 @@
 
 #include <qcustomplot.h>
 
+#include <optional>
+
 #include "workspace/charts.h"
 
 namespace kx {
 
 class Point_Drag;
+
+/// Where the engine is on a chart.
+struct Chart_Place {
+  double entry = 1;  ///< 1 up, with fractions between two entries
+  double value = 0;  ///< in the unit of the chart
+  QString text;      ///< value and unit, as it stands beside the mark
+
+  friend bool operator==(const Chart_Place&, const Chart_Place&) = default;
+};
 
 /// A table's curve beside its grid: every entry a point, the current one and the selection marked as in the
 /// grid. Clicking or dragging in it picks entries. Draws only while it is on screen.
@@ -25,12 +36,16 @@ class Line_Chart : public QCustomPlot {
   /// Picks the entry at @p position, from which a drag goes on to pick others.
   void Pick_From(const QPointF& position);
 
+  /// Marks where the engine is by a line, a diamond and its value. Draws the chart no more than that needs.
+  void Set_Place(const std::optional<Chart_Place>& place);
+
  signals:
   /// The user picked entries in the chart; rows count from 1.
   void Entries_Picked(int row, int row_sel);
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
@@ -45,6 +60,9 @@ class Line_Chart : public QCustomPlot {
   void Mark(const Chart& chart, int first, int last);
   void Draw();
   [[nodiscard]] int Row_At(const QPointF& position) const;
+  [[nodiscard]] QPointF Place_Point() const;
+  [[nodiscard]] QRectF Place_Label() const;
+  [[nodiscard]] QRect Place_Strip() const;
 
   QSharedPointer<QCPAxisTickerText> labels_{new QCPAxisTickerText};
   std::vector<std::string> shown_labels_;
@@ -53,6 +71,7 @@ class Line_Chart : public QCustomPlot {
   QCPGraph* current_ = nullptr;  ///< the current entry's point
   QCPTextElement* read_out_;     ///< above the curves, never on them
   Point_Drag* drag_ = nullptr;
+  std::optional<Chart_Place> place_;
   int entries_ = 0;
   int picked_row_ = 0;  ///< where the drag began
   bool stale_ = false;  ///< changed while hidden

@@ -7,10 +7,12 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "settings/numbers.h"
 #include "widgets/cell_colours.h"
+#include "widgets/chart_look.h"
 
 namespace kx {
 namespace {
@@ -338,6 +340,36 @@ void Table_Grid::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange && model_ != nullptr) Refresh();
 }
 
+void Table_Grid::Set_Place(std::optional<double> entry) {
+  if (entry == place_) return;
+  const QRect before = Place_Mark();
+  place_ = entry;
+  viewport()->update(before.united(Place_Mark()));
+}
+
+/// Where the arrow stands: its point is at the entry, between the middles of two rows as the fraction says.
+QRect Table_Grid::Place_Mark() const {
+  if (!place_ || model_->rowCount() == 0) return {};
+  const int row = std::clamp(static_cast<int>(*place_), 1, model_->rowCount());
+  const int height = rowHeight(row - 1);
+  const int middle =
+      rowViewportPosition(row - 1) + height / 2 + static_cast<int>(std::lround((*place_ - row) * height));
+  const int size = fontMetrics().height();
+  return {focus_frame, middle - size / 2, size, size + 1};
+}
+
+void Table_Grid::Paint_Place(QPainter& painter) const {
+  if (!place_) return;
+  const QRectF mark = QRectF(Place_Mark()).adjusted(0.5, 0.5, -1.5, -1.5);
+  const double middle = mark.center().y();
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(palette().color(QPalette::Text), 1));
+  painter.setBrush(Engine_Colour());
+  painter.drawPolygon(QPolygonF({mark.topLeft(), QPointF(mark.right(), middle), mark.bottomLeft()}));
+  painter.restore();
+}
+
 /// Without the focus the selection is pale: keys go elsewhere.
 void Table_Grid::initViewItemOption(QStyleOptionViewItem* option) const {
   QTableView::initViewItemOption(option);
@@ -356,6 +388,7 @@ void Table_Grid::paintEvent(QPaintEvent* event) {
   const QRect cell = visualRect(model_->index(grid_.Row() - 1, grid_.Columns() - 1));
   painter.setPen(QPen(palette().color(QPalette::Text), hasFocus() ? 2 : 1));
   painter.drawRect(cell.adjusted(1, 1, -2, -2));
+  Paint_Place(painter);
   if (!hasFocus()) return;
   painter.setPen(QPen(palette().color(QPalette::Highlight), 2 * focus_frame));
   painter.drawRect(viewport()->rect());

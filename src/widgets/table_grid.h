@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QTableView>
+#include <optional>
 
 #include "workspace/grid.h"
 
@@ -57,6 +58,10 @@ class Table_Grid : public QTableView {
   /// Asks for the context menu at the current cell, as the menu key does.
   void Want_Menu();
 
+  /// Marks where the engine is by an arrow at the left edge: 1 up, with fractions between two entries. Paints
+  /// nothing but the arrow's place.
+  void Set_Place(std::optional<double> entry);
+
  signals:
   /// The user moved the cursor; rows count from 1.
   void Cell_Entered(int row, int row_sel);
@@ -85,10 +90,13 @@ class Table_Grid : public QTableView {
   void Move_Cursor(int key, bool extend);
   void Enter(int row, int row_sel);
   [[nodiscard]] int Nearest_Row(const QPoint& position) const;
+  [[nodiscard]] QRect Place_Mark() const;
+  void Paint_Place(QPainter& painter) const;
 
   Grid& grid_;
   Grid_Model* model_;
-  bool dragging_ = false;  ///< the button went down on an entry
+  bool dragging_ = false;        ///< the button went down on an entry
+  std::optional<double> place_;  ///< of the engine
 };
 
 /// Code of a key as cells know it: taken from the character typed, 0 for a key that has none here.

@@ -30,12 +30,14 @@
 #include "widgets/scroll_page.h"
 #include "widgets/wheel_guard.h"
 #include "workspace/box_settings.h"
+#include "workspace/cell_editing.h"
 #include "workspace/curve_drag.h"
 #include "workspace/file_habits.h"
 #include "workspace/panels/Recent_Files_Menu.h"
 #include "workspace/setting_file_commands.h"
 #include "workspace/shut_down.h"
 #include "workspace/start_up.h"
+#include "workspace/table_axes.h"
 #include "workspace/update_views.h"
 #include "workspace/view_hooks.h"
 
@@ -83,6 +85,7 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   connect(log_.get(), &KX_Log::Start_Enabled, direct_start_, &QAction::setEnabled);
   connect(log_.get(), &KX_Log::Summary_Wanted, this, &BoostProgMain::Open_Summary);
   connect(communication_, &Communication_Panel::Transfers_Enabled, this, &BoostProgMain::Leave_Drags);
+  connect(log_.get(), &KX_Log::Entry_Wanted, this, &BoostProgMain::Show_Entries);
   todos_ = std::make_unique<frm_TodosII>();
   connect(communication_, &Communication_Panel::Transfers_Enabled, todos_.get(),
           &frm_TodosII::Enable_Buttons);
@@ -275,6 +278,10 @@ void BoostProgMain::Make_Log_Menu() {
   QAction* window =
       log->addAction("&Log window...", QKeySequence("F8"), this, &BoostProgMain::Open_Log_Window);
   window->setObjectName("log_window");
+  marks_ = std::make_unique<Engine_Marks>(tables_, log);
+  QAction* hits =
+      log->addAction("&Hit map...", QKeySequence("Shift+F7"), this, [this] { log_->Open_Hit_Map(*this); });
+  hits->setObjectName("Hit_Map");
   QAction* start = log->addAction("&Start or stop a log");
   start->setObjectName("Direct_startlog");
   start->setShortcut(QKeySequence("F9"));
@@ -311,6 +318,7 @@ void BoostProgMain::Show_Values() {
   Apply_Availability();
   map3d_->Follow_Tables();
   earlier_->Show_Differences();
+  if (log_) log_->Follow_Tables();
 }
 
 /// What the preset and the tune make available: depends on values and layout alike, so both show it.
@@ -330,6 +338,7 @@ void BoostProgMain::Show_Layout() {
   Apply_Availability();
   communication_->Show_Layout();
   map3d_->Follow_Tables();
+  if (log_) log_->Follow_Tables();
 }
 
 void BoostProgMain::Show_Title() {
@@ -347,10 +356,30 @@ void BoostProgMain::Show_Table(Table table) {
   earlier_->Show_Differences();
 }
 
+/// From a cell of the hit map: the cursors stand on its entries, and the table on show is that of the load.
+void BoostProgMain::Show_Entries(Table load_table, int load_entry, int rpm_entry) {
+  Go_To_Entry(Rpm_Table_Beside(load_table), rpm_entry);
+  if (load_entry > 0) Go_To_Entry(load_table, load_entry);
+  activateWindow();
+}
+
+void BoostProgMain::Go_To_Entry(Table table, int row) {
+  const Table_Row& place = Row_Of(table);
+  if (!sstab_Main_->isTabVisible(place.tab)) return;
+  Grid_Enter_Cell(table, row, row);
+  sstab_Main_->setCurrentIndex(place.tab);
+  auto* panel = qobject_cast<Tables_Panel*>(sstab_Main_->widget(place.tab));
+  panel->setCurrentIndex(place.sub_tab);
+  Table_Page* page = panel->Page_Of(table);
+  page->Show_Values();
+  page->Grid_Widget().setFocus();
+}
+
 void BoostProgMain::Tab_Changed() {
   shown_tabs.sstab_Main = sstab_Main_->currentIndex();
   for (std::size_t i = 0; i < tables_.size(); ++i) shown_tabs.*sub_tab_notes[i] = tables_[i]->currentIndex();
   Guarded(Shown_Tab_Changed);
+  if (marks_) marks_->Show();
 }
 
 /// The tabs as they were left: main tab, then the sub-tabs in the order of the main ones. One that the preset

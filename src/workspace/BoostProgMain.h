@@ -16,6 +16,7 @@
 #include "workspace/KX_Setting_Summary.h"
 #include "workspace/panels/Analog_Panel.h"
 #include "workspace/panels/Communication_Panel.h"
+#include "workspace/panels/Engine_Marks.h"
 #include "workspace/panels/Fuel_Panel.h"
 #include "workspace/panels/General_Panel.h"
 #include "workspace/panels/Ignition_Panel.h"
@@ -48,6 +49,8 @@ class BoostProgMain : public QMainWindow {
   void Apply_Availability();
   void Show_Title();
   void Show_Table(Table table);
+  void Show_Entries(Table load_table, int load_entry, int rpm_entry);
+  void Go_To_Entry(Table table, int row);
   void Tab_Changed();
   void Restore_Tabs();
   void Remember_Tabs();
@@ -74,6 +77,7 @@ class BoostProgMain : public QMainWindow {
   std::unique_ptr<KX_Earlier_Tunes> earlier_;
   QAction* direct_start_ = nullptr;
   QAction* sensor_settings_;
+  std::unique_ptr<Engine_Marks> marks_;
   std::unique_ptr<KX_prefs> prefs_;
   std::unique_ptr<KX_Log> log_;
   std::unique_ptr<frm_TodosII> todos_;

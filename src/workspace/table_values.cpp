@@ -2,18 +2,16 @@
 
 #include <cmath>
 
+#include "sensors/axis_spacing.h"
 #include "sensors/load_axes.h"
 #include "sensors/sensor_store.h"
 #include "settings/image.h"
 #include "settings/numbers.h"
+#include "workspace/table_axes.h"
 #include "workspace/table_meaning.h"
 
 namespace kx {
 namespace {
-
-constexpr int rpm_step = 500;       ///< RPM between entries
-constexpr int fine_rpm_step = 250;  ///< at 250 RPM resolution
-constexpr int counts_a_load_entry = 8;
 
 /// Volts at the box's input for entry @p row of a table in steps of 8 counts;
 /// @p full_scale counts are 5 V.
@@ -57,7 +55,7 @@ Axis_Points Axis_Of(Table table, const std::vector<int>& rows) {
 }
 
 std::vector<std::string> Axis_Texts(Table table, int row) {
-  const auto rpm = [row](int step) { return Format((row - 1) * step, "000"); };
+  const auto rpm = [row](double step) { return Format((row - 1) * step, "000"); };
   switch (Row_Of(table).axis) {
     case Axis::load:
       return {Input_Volts(row, 256), Load_Axis_Text(Axis_Row(table), row)};

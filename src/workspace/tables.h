@@ -53,12 +53,13 @@ struct Table_Row {
   int (*entries)(const Byte_Image& image);
   Axis axis;
   Chart_Id chart;
-  void (*maxmin)();                           ///< prepares minText and maxText for it
-  std::optional<map::Field> load_input = {};  ///< input of a load axis
-  std::optional<Chart_Id> curve_chart = {};   ///< in place of chart while the table is a curve
-  int text_column = 1;                        ///< grid column with the values; the axis stands before it
-  bool captures_typing = false;               ///< typing into a cell can be undone
-  int first_row = 1;                          ///< first row that may be edited
+  void (*maxmin)();                            ///< prepares minText and maxText for it
+  std::optional<map::Field> load_input = {};   ///< input of a load axis
+  std::optional<map::Field> load_second = {};  ///< what the box subtracts from it; 0 is nothing
+  std::optional<Chart_Id> curve_chart = {};    ///< in place of chart while the table is a curve
+  int text_column = 1;                         ///< grid column with the values; the axis stands before it
+  bool captures_typing = false;                ///< typing into a cell can be undone
+  int first_row = 1;                           ///< first row that may be edited
 };
 
 inline constexpr std::array table_rows{
@@ -73,6 +74,7 @@ inline constexpr std::array table_rows{
               .chart = Chart_Id::IgMapChart,
               .maxmin = Get_igmap_maxmin,
               .load_input = map::ignition_load_input,
+              .load_second = map::ignition_load_second,
               .text_column = 2,
               .captures_typing = true},
     Table_Row{.table = Table::ignition_rpm,
@@ -97,6 +99,7 @@ inline constexpr std::array table_rows{
               .chart = Chart_Id::FuelMapChart,
               .maxmin = Get_fuelmap_maxmin,
               .load_input = map::fuel_load_input,
+              .load_second = map::fuel_load_second,
               .text_column = 2,
               .captures_typing = true},
     Table_Row{.table = Table::fuel_rpm,

@@ -1,6 +1,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <cmath>
 
 #include "boxlink/transfer.h"
 #include "log_form_fixture.h"
@@ -8,7 +9,11 @@
 #include "settings/ini_file_adm.h"
 #include "settings/session.h"
 #include "sim/pty_box.h"
+#include "widgets/chart_look.h"
 #include "widgets/form_helpers.h"
+#include "widgets/line_chart.h"
+#include "widgets/table_grid.h"
+#include "workspace/engine_place.h"
 #include "workspace/file_habits.h"
 
 namespace kx {
@@ -136,6 +141,46 @@ TEST_F(Live_Log_Form, Start_Says_Why_It_Waits_And_Is_Off_While_It_Works) {
   ASSERT_NE(mark, nullptr);
   EXPECT_TRUE(mark->visible());
   Press("cmd_Open_Com");
+}
+
+/// True when the mark of the engine is on @p widget.
+bool Shows_Engine(QWidget* widget) {
+  const QImage picture = widget->grab().toImage();
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      if (picture.pixelColor(x, y) == Engine_Colour()) return true;
+    }
+  }
+  return false;
+}
+
+TEST_F(Live_Log_Form, The_Table_On_Show_Marks_The_Engine_And_Follows_It) {
+  auto* follow = Find<QAction>("Follow_Engine");
+  auto* grid = Find<Table_Grid>("Ig_RPM_Grid");
+  auto* chart = Find<Line_Chart>("IgRPMChart");
+  Show(Table::ignition_rpm);
+  EXPECT_FALSE(follow->isEnabled() || Shows_Engine(grid) || Shows_Engine(chart));
+  Press("cmd_Open_Com");
+  ASSERT_TRUE(Comes([&] { return Shows_Engine(grid) && Shows_Engine(chart); }));
+  Show(Table::fuel_load);
+  EXPECT_TRUE(Comes([&] { return Shows_Engine(Find<Table_Grid>("Fuel_MAP_Grid")); }));
+  Show(Table::ignition_rpm);
+  Pick(Table::ignition_rpm, 19);
+  EXPECT_EQ(Grid_Of(Table::ignition_rpm).Row(), 19);
+  EXPECT_TRUE(follow->isEnabled() && !follow->isChecked()) << "off at start";
+  follow->trigger();
+  const auto near = [] {
+    const auto place = Engine_Place(Table::ignition_rpm);
+    return place && std::fabs(Grid_Of(Table::ignition_rpm).Row() - place->entry) <= 0.6;
+  };
+  ASSERT_TRUE(Comes(near));
+  const int row = Grid_Of(Table::ignition_rpm).Row();
+  const int before = CardByte[Edited_Byte(Table::ignition_rpm, row)];
+  Click("plus");
+  EXPECT_GT(CardByte[Edited_Byte(Table::ignition_rpm, row)], before) << "+ acts where the engine is";
+  Press("cmd_Open_Com");
+  EXPECT_FALSE(Shows_Engine(grid) || Shows_Engine(chart));
+  EXPECT_FALSE(follow->isEnabled() || follow->isChecked());
 }
 
 }  // namespace

@@ -96,6 +96,13 @@ void Table_Page::Show_Values() {
   grid_->setToolTip(Tip());
 }
 
+void Table_Page::Show_Place(const std::optional<Table_Place>& place) {
+  std::optional<Chart_Place> mark;
+  if (place) mark = {place->entry, place->value, Text(place->text)};
+  grid_->Set_Place(place ? std::optional(place->entry) : std::nullopt);
+  for (const auto& [id, chart] : charts_) chart->Set_Place(mark);
+}
+
 /// With the range and unit that the bytes have now; a sensor that is missing leaves none to tell.
 QString Table_Page::Tip() const {
   const Table_Meaning meaning = Meaning_Of(table_);

@@ -7,6 +7,7 @@
 
 #include "widgets/line_chart.h"
 #include "widgets/table_grid.h"
+#include "workspace/engine_place.h"
 #include "workspace/tables.h"
 
 namespace kx {
@@ -28,6 +29,9 @@ class Table_Page : public QWidget {
 
   /// Shows the table's grid and the chart that stands beside it now.
   void Show_Values();
+
+  /// Marks where the engine is in grid and chart, or takes the marks away.
+  void Show_Place(const std::optional<Table_Place>& place);
 
   [[nodiscard]] Table Shown_Table() const { return table_; }
   [[nodiscard]] Table_Grid& Grid_Widget() { return *grid_; }

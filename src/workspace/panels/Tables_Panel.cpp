@@ -23,6 +23,12 @@ void Tables_Panel::Show_Values() {
   for (Table_Page* page : pages_) page->Show_Values();
 }
 
+void Tables_Panel::Show_Place() {
+  for (Table_Page* page : pages_) {
+    page->Show_Place(page->isVisible() ? Engine_Place(page->Shown_Table()) : std::nullopt);
+  }
+}
+
 Table_Page* Tables_Panel::Page_Of(Table table) {
   for (Table_Page* page : pages_) {
     if (page->Shown_Table() == table) return page;

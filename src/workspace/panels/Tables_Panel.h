@@ -19,6 +19,9 @@ class Tables_Panel : public QTabWidget {
   /// Values of every table, after Update_All.
   void Show_Values();
 
+  /// Where the engine is, in the table on show; no mark stays in another.
+  void Show_Place();
+
   /// Help texts, frames and available tabs, after Update_All and Update_Tabs.
   virtual void Show_Layout() = 0;
 
