@@ -354,8 +354,9 @@ void KX_Sensor_Editor::Fill_Lists() {
   }
   // Another program may have moved the sensor on view to another number.
   const auto names = Sensor_Names(List());
+  const int viewed = EditSensor_Combo_->currentIndex();
   Fill(EditSensor_Combo_, names,
-       Place_Of(names, EditSensor_Combo_->currentText().toStdString(), EditSensor_Combo_->currentIndex()));
+       viewed < 0 ? viewed : Place_Of(names, EditSensor_Combo_->currentText().toStdString(), viewed));
 }
 
 void KX_Sensor_Editor::Show_Edited() {

@@ -68,7 +68,7 @@ void Tell_Failure(const std::string& reason) {
 /// Brings everything unsaved to the disk; a missing file is made whole again, one that cannot be read stays.
 platform::File_Result Save() {
   std::string old;
-  const auto found = Read_File(old);
+  auto found = Read_File(old);
   if (!found.Ok() && !found.missing) return found;
   std::string bytes = With_Unsaved(old);
   if (found.Ok() && bytes == old) return {};
