@@ -64,7 +64,7 @@ class Resting_Focus {
 /// What the program says without asking for an answer: its sentences in one line, which never widens the
 /// window; all of them are in its tip. A form beside the main form shows those that come while it is open.
 enum class Notices { all, while_shown };
-[[nodiscard]] QLabel* Notice_Line(const QString& name, Notices which);
+[[nodiscard]] QLabel* Notice_Line(const QString& name, Notices which = Notices::all);
 
 /// A frame that holds one widget without margins.
 [[nodiscard]] QFrame* Plain_Frame(const QString& name, QWidget* inside);
