@@ -80,6 +80,7 @@ void Offer_Unfinished_Backup() {
   if (!Ask_Yes_No("The last log was not finished. Open its backup?")) return;
   if (!Open_File(Log_Backup_Path())) return;
   Log_File_Named = false;
+  if (!Default_Log_Setting_Text.empty()) Restore_Default_File_Click();
   Mark_Log_Unsaved();
 }
 

@@ -45,7 +45,8 @@ class Log_Backup {
 [[nodiscard]] bool Is_Unfinished_Backup(std::string_view text);
 
 /// At the start of the program: offers a backup that a killed program has left, and opens it on yes as a log
-/// that has not been saved. On no it stays until the next log.
+/// that has not been saved, with the settings of the default log settings file, since it has none yet. On no
+/// it stays until the next log.
 void Offer_Unfinished_Backup();
 
 }  // namespace kx

@@ -88,9 +88,7 @@ std::string Next_Part_Name(std::string_view name) {
 }
 
 std::string Long_Log_Text(int rows) {
-  return More_Than_Held(rows) +
-         " The chart shows the first of them. None is lost: saved, the log becomes several files that each "
-         "show all of theirs.";
+  return More_Than_Held(rows) + " Saved, it becomes several files that show all.";
 }
 
 std::string Saved_In_Parts_Text(int rows, const std::vector<std::string>& names) {

@@ -2,9 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include "logging/log_backup.h"
 #include "logging/log_files.h"
 #include "logging/log_sections.h"
 #include "settings/notice.h"
+#include "settings/session.h"
 #include "support/file_size_limit.h"
 #include "support/log_fixture.h"
 
@@ -102,6 +104,24 @@ TEST_F(Log_Parts, A_Log_That_Is_Too_Long_Is_Saved_As_Files_That_Open_Whole) {
   EXPECT_EQ(first + Bare_Rows(Log_Data_Text), Bare_Rows(whole));
   EXPECT_EQ(Log_Rows, 200);
   EXPECT_DOUBLE_EQ(LogArray(1, 1), 1.5901 * LogArray(2, 1) / 1.5902);
+}
+
+/// It has no settings of its own yet; the built-in ones would show a present box's rows in an old box's
+/// units.
+TEST_F(Log_Parts, A_Backup_That_Is_Offered_Has_The_Default_Settings) {
+  Signal_Row(4).custom_name = "MINE";
+  Update_All_Log_Setting_Variables();
+  Keep_Default_Settings();
+  Load_All_Default_Log_Settings();
+  start_dir = folder_.Path() + "/";
+  const std::string whole = Numbered(3);
+  folder_.Write(log_backup_name, whole.substr(0, whole.find("[end")));
+  Expect_Box("The last log was not finished. Open its backup?", platform::Answer::yes);
+  Offer_Unfinished_Backup();
+  EXPECT_EQ(Signal_Row(4).custom_name, "MINE");
+  EXPECT_EQ(Log_Rows, 3);
+  EXPECT_TRUE(Log_File_Unsaved);
+  EXPECT_FALSE(Log_File_Named);
 }
 
 }  // namespace
