@@ -110,7 +110,7 @@ bool Write(Scope scope) {
   const auto start = Start_In(TWAdd, scope);
   if (!start) return false;
   Set_Result(card_words::writing);
-  const Bytes bytes = Bytes_Of(CardByte);
+  const Bytes bytes = Bytes_Of(Stamped(CardByte));
   output.Set("Written Data : " + Crlf() + Byte_Lines(bytes));
   if (!Send(*start, bytes) || !Card_Holds(*start, bytes)) return Refuse(card_words::write_data_error);
   Set_Result(card_words::write_data_success);
@@ -122,7 +122,7 @@ void Read_Bytes() {
   if (Read(Scope::part)) Refresh_Whole_Image();
 }
 
-/// The bench writes the tune as it stands: nothing is marked, and a start address may put it anywhere.
+/// The bench leaves the tune and its checksum as they stand: a start address may put it anywhere.
 void Write_Bytes() { (void)Write(Scope::part); }
 
 void Read_Card() {

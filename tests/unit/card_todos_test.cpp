@@ -123,6 +123,16 @@ TEST_F(Todos, The_Bench_Reads_A_Part_To_The_Start_Of_The_Tune) {
   EXPECT_THAT(reader_.Card.Asked, IsEmpty());
 }
 
+TEST_F(Todos, The_Bench_Marks_What_It_Writes_And_Leaves_The_Tune_Alone) {
+  const Byte_Image tune = CardByte = Other_Tune();
+  DatasetID = 107;
+  EXPECT_EQ(After(comwrite_Click), "< Write Data Success! >");
+  EXPECT_EQ(CardByte, tune);
+  EXPECT_EQ(reader_.Card.Memory[map::dataset], 107);
+  EXPECT_EQ(reader_.Card.Memory[map::reserved_low], 0);
+  EXPECT_EQ(reader_.Card.Memory[map::card_checksum], tune[map::card_checksum]);
+}
+
 TEST_F(Todos, A_Write_Ends_At_The_First_Byte_That_Fails) {
   Set_Reader_Faults("write_fault=5");
   EXPECT_EQ(After(comwrite_Click), "< Write Data Error >");
