@@ -181,7 +181,10 @@ void Start_Log() {
   if (!Check_If_Unsaved_File() || start_given_up) return;
   Kept_Tune tune;
   Section_Texts texts;
-  if (log_settings.check_SettingsInLogg) texts = Read_Box(tune);
+  if (log_settings.check_SettingsInLogg) {
+    texts = Read_Box(tune);
+    tune.Note_Shown();
+  }
   if (start_given_up) tune.Bring_Back();
   if (Closing || start_given_up) return;
   Run_Transfer({.end_early = Give_Line_Back, .goes_on = Log_Running, .rest = Enable_Buttons_after_log},

@@ -19,6 +19,7 @@
 #include "platform/seams.h"
 #include "settings/earlier_tunes.h"
 #include "settings/message.h"
+#include "settings/notice.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
@@ -32,6 +33,9 @@ constexpr const char* kept_tune_name = "tmp_kxs_file.kxs";
 constexpr int least_update_ms = 50;
 constexpr double counted_seconds = 0.5;  // that an update tick counts in log-to-file-only mode
 constexpr double longest_counted = 250;  // s, 50 less than a file holds
+constexpr const char* edited_text =
+    "The tune from before the log is back. What you changed while the log ran is among the earlier tunes: "
+    "File, Earlier tunes...";
 constexpr const char* overload_text =
     "The computer can not handle this logging speed. Please lower the number "
     "of seconds to show or increase "
@@ -89,10 +93,12 @@ void Kept_Tune::Keep() {
 void Kept_Tune::Bring_Back() {
   if (!kept_) return;
   kept_ = false;
+  const bool edited = !(CardByte == shown_);
   Replace_Tune(image_, source_);
   card_data_file = name_;
   Set_Title(name_);
   Refresh_Whole_Image();
+  if (edited) Show_Notice(edited_text);
 }
 
 void Note_Log_Begin() {

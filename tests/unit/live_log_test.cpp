@@ -211,8 +211,11 @@ TEST_F(Live_Log_Test, Settings_Of_The_Box_Go_Into_The_Log_And_The_Tune_Comes_Bac
   EXPECT_THAT(kept, StartsWith(std::to_string(mine[0]) + "\r\n"));
   EXPECT_EQ(std::ranges::count(kept, '\n'), 256);
   loop_.Run(2);
+  EXPECT_EQ(notice_text.Text().find("earlier tunes"), std::string::npos);
+  CardByte[101] ^= 1;  // by the user, while the log runs
   Click();
   EXPECT_EQ(CardByte, mine);
+  EXPECT_THAT(notice_text.Text(), HasSubstr("What you changed while the log ran is among the earlier tunes"));
   EXPECT_THAT(Readable_Settings_Text, HasSubstr("\r\nx\r\n"));
   EXPECT_EQ(std::ranges::count(Log_Dataset_Text, '\n'), 257);
   EXPECT_THAT(folder_.Read(log_backup_name), HasSubstr("[end log_dataset]"));
