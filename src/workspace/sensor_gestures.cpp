@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "settings/message.h"
 #include "settings/notice.h"
 #include "settings/numbers.h"
 #include "workspace/sensor_editor.h"
@@ -45,6 +46,15 @@ void Shape(const Shape_Function& shape) {
   Set_Edited_Values(texts);
 }
 
+/// Values of a sensor go into the thousands, those of a table never do.
+bool Commas_Are_Meant(const Pasted& pasted) {
+  const auto line = Doubtful_Line(pasted);
+  if (!line) return true;
+  const std::string& number = pasted.numbers[Index_Of(*line)];
+  return Confirm(Line_And_Text(*line, number) + "is read as " + Number_Text(Val_Any(number)) +
+                 ": the comma is the decimal sign. Paste them all the same?");
+}
+
 bool Drag_Holds() { return drag && Edited_Kind() == Editing::table && Edited_Values() == drag->written; }
 
 }  // namespace
@@ -54,13 +64,13 @@ void Copy_Sensor_Values() { Copy_Selection(Sensor_grid); }
 void Paste_Sensor_Values() {
   if (Edited_Kind() != Editing::table) return;
   const auto pasted = Pasted_For(Sensor_grid);
-  if (!pasted) return;
+  if (!pasted || !Commas_Are_Meant(*pasted)) return;
   const int first = Sensor_grid.Row();
   Sensor_Values values = Edited_Values();
   for (int i = 0; i < static_cast<int>(pasted->numbers.size()); ++i) {
     const std::string& number = pasted->numbers[static_cast<std::size_t>(i)];
-    const bool shown = number == Sensor_grid.Text(first + i, Sensor_grid.Columns() - 1);
-    if (!shown) values[Index_Of(first + i)] = Number_Text(Val_Any(number));
+    if (!Shows_Already(Sensor_grid.Text(first + i, Sensor_grid.Columns() - 1), number))
+      values[Index_Of(first + i)] = Number_Text(Val_Any(number));
   }
   Sensor_grid.Select(first, first + static_cast<int>(pasted->numbers.size()) - 1);
   Set_Edited_Values(values);

@@ -8,8 +8,8 @@ namespace kx {
 /// Puts the selected rows on the clipboard as they are shown.
 void Copy_Sensor_Values();
 
-/// Pastes the clipboard's numbers from the current row down, all or none; a text that a cell shows already
-/// leaves the full value behind it. A box says why none.
+/// Pastes the clipboard's numbers from the current row down, all or none; a number that a cell shows already
+/// leaves the full value behind it. A box says why none, and another asks where a comma may part thousands.
 void Paste_Sensor_Values();
 
 /// True when values stand between the ends of the selection.

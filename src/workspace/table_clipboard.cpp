@@ -25,10 +25,10 @@ class Lines {
 
   [[nodiscard]] bool More() const { return !rest_.empty(); }
   std::string_view Next() {
-    const std::size_t end = std::min(rest_.find('\n'), rest_.size());
-    std::string_view line = rest_.substr(0, end);
-    rest_.remove_prefix(std::min(end + 1, rest_.size()));
-    if (line.ends_with('\r')) line.remove_suffix(1);
+    const std::size_t end = std::min(rest_.find_first_of("\r\n"), rest_.size());
+    const std::string_view line = rest_.substr(0, end);
+    const std::size_t length = rest_.substr(end).starts_with("\r\n") ? 2 : 1;
+    rest_.remove_prefix(std::min(end + length, rest_.size()));
     return line;
   }
 
@@ -67,6 +67,17 @@ std::string Bad_Columns(int line, int columns, int wanted) {
 std::string Too_Long(int room) {
   return "Line " + std::to_string(room + 1) + " is one too many: the table has " + Count_Of(room, "row") +
          " from the current one to its end.";
+}
+
+/// "1,234": one and a fraction where "," is the decimal sign, twelve hundred and more where it parts the
+/// thousands.
+bool Can_Be_Thousands(std::string_view number) {
+  number.remove_prefix(number.starts_with('-') || number.starts_with('+') ? 1 : 0);
+  const std::size_t comma = number.find(',');
+  constexpr std::size_t digits_of_a_group = 3;
+  const auto group = number.substr(std::min(comma, number.size() - 1) + 1);
+  return comma >= 1 && comma <= digits_of_a_group && !number.starts_with('0') &&
+         group.size() == digits_of_a_group && group.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 /// Takes one line into @p pasted; false and a refusal when it cannot be taken.
@@ -117,6 +128,19 @@ Pasted Read_Pasted(std::string_view text, int room) {
   }
   if (pasted.refusal.empty()) return pasted;
   return {{}, pasted.columns, pasted.refusal + nothing_pasted};
+}
+
+bool Shows_Already(const std::string& shown, const std::string& number) {
+  const auto value = Whole_Number_Text(shown);
+  return value && value == Whole_Number_Text(number);
+}
+
+std::optional<int> Doubtful_Line(const Pasted& pasted) {
+  const auto has_comma = [](const std::string& number) { return number.find(',') != std::string::npos; };
+  const auto sure = [&](const std::string& number) { return has_comma(number) && !Can_Be_Thousands(number); };
+  const auto doubtful = std::ranges::find_if(pasted.numbers, Can_Be_Thousands);
+  if (doubtful == pasted.numbers.end() || std::ranges::any_of(pasted.numbers, sure)) return {};
+  return static_cast<int>(doubtful - pasted.numbers.begin()) + 1;
 }
 
 void Copy_Selection(const Grid& grid) { platform::seams.desktop->Set_Clipboard_Text(Selection_Text(grid)); }

@@ -21,7 +21,7 @@ struct Pasted {
 };
 
 /// Reads @p text line by line: one column of numbers, or the axis and a number as Selection_Text gives them.
-/// Decimal sign and blanks as in Whole_Number_Text, line ends LF or CR LF, empty lines at the end do not
+/// Decimal sign and blanks as in Whole_Number_Text, line ends LF, CR LF or CR, empty lines at the end do not
 /// count. More than @p room lines are refused, and so is anything that is no number; nothing behind the first
 /// bad line is looked at.
 [[nodiscard]] Pasted Read_Pasted(std::string_view text, int room);
@@ -32,6 +32,14 @@ struct Pasted {
 
 /// The end of every refusal.
 inline constexpr const char* nothing_pasted = " Nothing was pasted.";
+
+/// True when a cell that shows the text @p shown shows the number @p number, however that is written: a
+/// spreadsheet makes "2" of "02". Such a cell keeps its byte.
+[[nodiscard]] bool Shows_Already(const std::string& shown, const std::string& number);
+
+/// First line, 1 up, whose number has a "," that may as well part thousands, as "1,234" has; nothing where
+/// another number tells that it is the decimal sign.
+[[nodiscard]] std::optional<int> Doubtful_Line(const Pasted& pasted);
 
 /// Puts the selected rows on the clipboard.
 void Copy_Selection(const Grid& grid);

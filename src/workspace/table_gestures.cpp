@@ -33,7 +33,7 @@ struct Edited {
 /// Types @p text into @p row of the tune in the making, as line @p line of what was pasted.
 void Type_Into(Edited& edited, Table table, int row, const std::string& text, int line) {
   const Table_Row& place = Row_Of(table);
-  if (row < place.first_row || text == Grid_Of(table).Text(row, place.text_column)) return;
+  if (row < place.first_row || Shows_Already(Grid_Of(table).Text(row, place.text_column), text)) return;
   try {
     const Typed_Cell typed = Typed_Into(Meaning_Of(table), text);
     edited.image[Edited_Byte(table, row)] = typed.byte;

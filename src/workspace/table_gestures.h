@@ -9,8 +9,8 @@ namespace kx {
 /// Puts the selected rows on the clipboard as they are shown.
 void Copy_Table(Table table);
 
-/// Pastes the clipboard's numbers from the current row down, each as if it had been typed; a text that a cell
-/// shows already leaves its byte alone, as in typing. All of them or none: a box says why none. Where typing
+/// Pastes the clipboard's numbers from the current row down, each as if it had been typed; a number that a
+/// cell shows already leaves its byte alone. All of them or none: a box says why none. Where typing
 /// goes by another unit than the cells show (closed loop boost) it asks first.
 void Paste_Table(Table table);
 

@@ -29,6 +29,7 @@ TEST(Pasted_Text, What_Spreadsheets_Give_Is_Read_And_The_Line_That_Cannot_Be_Is_
   for (const auto& [text, columns, numbers] :
        {std::tuple{"1\n2.5\n-3", 1, std::vector<std::string>{"1", "2.5", "-3"}},
         {"0,5\r\n 1 \r\n\r\n", 1, {"0,5", "1"}},
+        {"1\r2,5\r\r", 1, {"1", "2,5"}},
         {"000\t10\n500\t20\n", 2, {"10", "20"}},
         {"0.00\t0.10\t7.5\r\n", 3, {"7.5"}}}) {
     const Pasted pasted = Read_Pasted(text, 3);
@@ -218,6 +219,8 @@ TEST_F(Table_Gestures, A_Copy_Goes_Back_Unchanged_And_A_Refused_Paste_Changes_No
   Paste_Table(Table::pwm_load);
   EXPECT_EQ(notice_text.Text(), "Pasted 3 values into rows 1 to 3, the last of 3 columns.");
   EXPECT_EQ(CardByte, before);
+  Paste(Table::pwm_load, "2\r\n156.0\r\n1,3e1\r\n");
+  EXPECT_EQ(CardByte, before) << "the same numbers, as a spreadsheet writes them";
   Select(Table::analog1, 20, 20);
   for (const auto& [text, refusal] :
        {std::pair{"1\n-0.5", "Line 2, \"-0.5\", is less than this table can hold. Nothing was pasted."},
@@ -354,6 +357,19 @@ TEST_F(Table_Gestures, The_Sensor_Editors_Values_Are_Pasted_Shaped_And_Dragged_A
   EXPECT_THAT(values(), ElementsAre("0.075", "1.51", "3.005"));
   Take_Back_Sensor_Drag();
   EXPECT_THAT(values(), ElementsAre("0.125", "1.56", "3.005"));
+  const auto doubtful = [&](const std::string& line, platform::Answer answer) {
+    Expect_Box(line + ": the comma is the decimal sign. Paste them all the same?", answer);
+  };
+  desktop_.clipboard = "950.5\r\n1,013\r\n";
+  doubtful("Line 2, \"1,013\", is read as 1.013", platform::Answer::cancel);
+  Paste_Sensor_Values();
+  EXPECT_THAT(values(), ElementsAre("0.125", "1.56", "3.005"));
+  desktop_.clipboard = "-12,500\r\n";
+  doubtful("Line 1, \"-12,500\", is read as -12.5", platform::Answer::ok);
+  Paste_Sensor_Values();
+  desktop_.clipboard = "1,013\r\n0,95\r\n";  // no other number could have its comma so
+  Paste_Sensor_Values();
+  EXPECT_THAT(values(), ElementsAre("1.013", "0.95", "3.005"));
   Begin_Sensor_Drag();
   cmd_AddLinearSensor_Click();
   EXPECT_FALSE(Drag_Sensor_Curve(1)) << "another sensor has come on show";
