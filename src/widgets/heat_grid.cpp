@@ -1,11 +1,13 @@
 #include "widgets/heat_grid.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
 #include <utility>
 
+#include "platform/seams.h"
 #include "widgets/heat_colours.h"
 
 namespace kx {
@@ -89,6 +91,13 @@ Heat_Grid::Heat_Grid(const QString& name, QWidget* parent)
     header->setSectionResizeMode(QHeaderView::Fixed);
     header->setMinimumSectionSize(1);
   }
+  auto* copy = new QAction("&Copy", this);
+  copy->setObjectName("grid_copy");
+  copy->setShortcut(QKeySequence("Ctrl+Shift+C"));
+  copy->setShortcutContext(Qt::WidgetShortcut);
+  addAction(copy);
+  setContextMenuPolicy(Qt::ActionsContextMenu);
+  connect(copy, &QAction::triggered, this, &Heat_Grid::Copy);
   connect(this, &QTableView::doubleClicked, this,
           [this](const QModelIndex& cell) { emit Cell_Wanted(cell.row(), cell.column()); });
 }
@@ -97,6 +106,17 @@ void Heat_Grid::Show(Heat_Table table) {
   model_->Show(std::move(table));
   Fit_Cells();
   if (!currentIndex().isValid() && model_->rowCount() > 0) setCurrentIndex(model_->index(0, 0));
+}
+
+void Heat_Grid::Copy() {
+  const Heat_Table& table = model_->Shown();
+  QString text = table.corner + '\t' + table.columns.join('\t') + "\r\n";
+  for (int row = 0; row < model_->rowCount(); ++row) {
+    text += table.rows[row];
+    for (int column = 0; column < model_->columnCount(); ++column) text += '\t' + table.At(row, column).text;
+    text += "\r\n";
+  }
+  platform::seams.desktop->Set_Clipboard_Text(text.toStdString());
 }
 
 /// As wide as the widest text, wider where there is room; rows likewise.

@@ -50,7 +50,7 @@ class Heat_Model : public QAbstractTableModel {
 };
 
 /// Numbers in coloured cells, with headings that stay in sight. The cell that the keys move stands in a
-/// frame.
+/// frame. Its context menu copies, as Ctrl+Shift+C does.
 class Heat_Grid : public QTableView {
   Q_OBJECT
 
@@ -58,6 +58,9 @@ class Heat_Grid : public QTableView {
   explicit Heat_Grid(const QString& name, QWidget* parent = nullptr);
 
   void Show(Heat_Table table);
+
+  /// Puts all cells with their headings on the clipboard, as a spreadsheet has them: TAB between columns.
+  void Copy();
 
   /// All cells and headings at their size, whatever is in sight, in the palette and the font of the grid.
   [[nodiscard]] QPixmap Whole_Picture() const;

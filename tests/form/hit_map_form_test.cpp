@@ -1,3 +1,4 @@
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -94,6 +95,10 @@ TEST_F(Hit_Map_Form, Goes_To_Files_As_Numbers_And_Picture) {
   Expect_Save_Name(folder() + "pull_hits.csv");
   Part<QAbstractButton>(hits_, "hit_export")->click();
   EXPECT_TRUE(folder_.Read("pull_hits.csv").starts_with("Rows, AN"));
+  Part<QAction>(Cells(), "grid_copy")->trigger();
+  const QStringList lines = QApplication::clipboard()->text().split('\n');
+  EXPECT_EQ(lines[0].trimmed().split('\t')[6], "2500");
+  EXPECT_EQ(lines[entry_of_100_counts].split('\t')[6], "50") << "2250 to 2740 rpm";
   for (const char* kind : {"png", "bmp", "pdf"}) {
     const std::string name = std::string("pull_hits.") + kind;
     Expect_Save_Name(folder() + name);
