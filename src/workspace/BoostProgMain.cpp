@@ -3,10 +3,8 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QMenuBar>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
 #include <array>
@@ -30,10 +28,9 @@
 #include "widgets/scroll_page.h"
 #include "widgets/wheel_guard.h"
 #include "workspace/box_settings.h"
-#include "workspace/cell_editing.h"
-#include "workspace/curve_drag.h"
 #include "workspace/file_habits.h"
 #include "workspace/panels/Recent_Files_Menu.h"
+#include "workspace/panels/Undo_Keys.h"
 #include "workspace/setting_file_commands.h"
 #include "workspace/shut_down.h"
 #include "workspace/start_up.h"
@@ -44,17 +41,8 @@
 namespace kx {
 namespace {
 
-/// Tab of sstab_Main and the core's note of which of its sub-tabs is on show, in the order of the tabs.
-constexpr std::array sub_tab_notes{&Shown_Tabs::SSTab_Ignition, &Shown_Tabs::SSTab_Fuel,
-                                   &Shown_Tabs::SSTab_PWM, &Shown_Tabs::SSTab_Analog};
-
-constexpr const char* tabs_habit = "tabs";
-
 constexpr const char* colour_scale_habit = "colour_scale";  ///< empty: off
 constexpr int side_width_in_characters = 46;
-
-constexpr QKeyCombination undo_keys = Qt::CTRL | Qt::Key_Z;
-constexpr QKeyCombination redo_keys = Qt::CTRL | Qt::Key_Y;
 
 QAction* Entry(QMenu* menu, const QString& name, const QString& caption, const QKeySequence& keys,
                void (*handler)()) {
@@ -74,8 +62,15 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   QApplication::setWindowIcon(Program_Icon());
   Make_Layout();
   Make_Menus();
-  Make_Tab_Keys();
-  qApp->installEventFilter(this);
+  main_tabs_ = std::make_unique<Main_Tabs>(*sstab_Main_, tables_);
+  main_tabs_->Make_Keys(*this);
+  // What is typed in the sensor editor, in the description and in the windows of the log is not the tune's.
+  new Undo_Keys([this](const QWidget& focus) { return focus.window() == sensor_editor_.get(); },
+                [this] {
+                  return !general_->Description_Has_Focus() && QApplication::activeModalWidget() == nullptr &&
+                         !(log_ && log_->Owns(QApplication::activeWindow()));
+                },
+                this);
   Guard_Wheels_In(this);
   Set_Hooks();
   Guarded(Load_Event);
@@ -90,7 +85,7 @@ BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
   connect(communication_, &Communication_Panel::Transfers_Enabled, todos_.get(),
           &frm_TodosII::Enable_Buttons);
   Show_Title();
-  Restore_Tabs();
+  main_tabs_->Restore();
   new File_Drop(
       {this, log_.get()}, Can_Open_By_Name,
       [this](const std::string& path) {
@@ -241,38 +236,6 @@ void BoostProgMain::Make_View_Menu() {
   colours->setChecked(!platform::seams.desktop->Remembered(colour_scale_habit).empty());
 }
 
-/// Alt+1 to Alt+5; a tab that the preset hides stays hidden.
-void BoostProgMain::Make_Tab_Keys() {
-  for (int tab = 0; tab < sstab_Main_->count(); ++tab) {
-    auto* key = new QShortcut(QKeySequence("Alt+" + QString::number(tab + 1)), this);
-    connect(key, &QShortcut::activated, this, [this, tab] {
-      if (sstab_Main_->isTabVisible(tab)) sstab_Main_->setCurrentIndex(tab);
-    });
-  }
-}
-
-/// A box for text would take undo and redo for its own text. They are the tune's, but in the description and
-/// in the windows of the log. In the sensor editor they stay with the box that has the focus: what is typed
-/// there is not the tune's.
-bool BoostProgMain::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::ShortcutOverride) return QMainWindow::eventFilter(watched, event);
-  const QKeyCombination keys = static_cast<QKeyEvent*>(event)->keyCombination();
-  // A drag keeps all keys to itself.
-  if ((keys != undo_keys && keys != redo_keys) || Curve_Drag_Runs())
-    return QMainWindow::eventFilter(watched, event);
-  const auto* widget = qobject_cast<QWidget*>(watched);
-  if (widget != nullptr && widget->window() == sensor_editor_.get()) {
-    event->accept();
-    return true;
-  }
-  const bool of_the_tune = !general_->Description_Has_Focus() &&
-                           QApplication::activeModalWidget() == nullptr &&
-                           !(log_ && log_->Owns(QApplication::activeWindow()));
-  if (!of_the_tune) return QMainWindow::eventFilter(watched, event);
-  event->ignore();
-  return true;
-}
-
 void BoostProgMain::Make_Log_Menu() {
   QMenu* log = menuBar()->addMenu("&Log");
   QAction* window =
@@ -358,46 +321,15 @@ void BoostProgMain::Show_Table(Table table) {
 
 /// From a cell of the hit map: the cursors stand on its entries, and the table on show is that of the load.
 void BoostProgMain::Show_Entries(Table load_table, int load_entry, int rpm_entry) {
-  Go_To_Entry(Rpm_Table_Beside(load_table), rpm_entry);
-  if (load_entry > 0) Go_To_Entry(load_table, load_entry);
+  main_tabs_->Go_To_Entry(Rpm_Table_Beside(load_table), rpm_entry);
+  if (load_entry > 0) main_tabs_->Go_To_Entry(load_table, load_entry);
   activateWindow();
 }
 
-void BoostProgMain::Go_To_Entry(Table table, int row) {
-  const Table_Row& place = Row_Of(table);
-  if (!sstab_Main_->isTabVisible(place.tab)) return;
-  Grid_Enter_Cell(table, row, row);
-  sstab_Main_->setCurrentIndex(place.tab);
-  auto* panel = qobject_cast<Tables_Panel*>(sstab_Main_->widget(place.tab));
-  panel->setCurrentIndex(place.sub_tab);
-  Table_Page* page = panel->Page_Of(table);
-  page->Show_Values();
-  page->Grid_Widget().setFocus();
-}
-
 void BoostProgMain::Tab_Changed() {
-  shown_tabs.sstab_Main = sstab_Main_->currentIndex();
-  for (std::size_t i = 0; i < tables_.size(); ++i) shown_tabs.*sub_tab_notes[i] = tables_[i]->currentIndex();
+  main_tabs_->Note_Shown();
   Guarded(Shown_Tab_Changed);
   if (marks_) marks_->Show();
-}
-
-/// The tabs as they were left: main tab, then the sub-tabs in the order of the main ones. One that the preset
-/// hides does not come on show.
-void BoostProgMain::Restore_Tabs() {
-  const QStringList kept = Text(platform::seams.desktop->Remembered(tabs_habit)).split(';');
-  if (kept.size() != static_cast<qsizetype>(tables_.size()) + 1) return;
-  const auto show = [](QTabWidget* tabs, const QString& tab) {
-    if (tabs->isTabVisible(tab.toInt())) tabs->setCurrentIndex(tab.toInt());
-  };
-  for (std::size_t i = 0; i < tables_.size(); ++i) show(tables_[i], kept[static_cast<qsizetype>(i) + 1]);
-  show(sstab_Main_, kept[0]);
-}
-
-void BoostProgMain::Remember_Tabs() {
-  QStringList tabs{QString::number(sstab_Main_->currentIndex())};
-  for (const Tables_Panel* panel : tables_) tabs += QString::number(panel->currentIndex());
-  platform::seams.desktop->Remember(tabs_habit, tabs.join(';').toStdString());
 }
 
 /// What begins works on the tune as it is now, not on one that is half moved.
@@ -437,7 +369,7 @@ void BoostProgMain::closeEvent(QCloseEvent* event) {
   notification_->setText("Remove MapCard from reader to close the program");
   notification_->repaint();
   Begin_Shutdown();
-  Remember_Tabs();
+  main_tabs_->Remember();
   earlier_->close();
   config_->close();
   summary_->close();

@@ -20,6 +20,7 @@
 #include "workspace/panels/Fuel_Panel.h"
 #include "workspace/panels/General_Panel.h"
 #include "workspace/panels/Ignition_Panel.h"
+#include "workspace/panels/Main_Tabs.h"
 #include "workspace/panels/Pwm_Panel.h"
 #include "workspace/panels/Table_Control_Panel.h"
 
@@ -37,12 +38,10 @@ class BoostProgMain : public QMainWindow {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void Make_Layout();
   void Make_Menus();
-  void Make_Tab_Keys();
   void Set_Hooks();
   void Show_Values();
   void Show_Layout();
@@ -50,10 +49,7 @@ class BoostProgMain : public QMainWindow {
   void Show_Title();
   void Show_Table(Table table);
   void Show_Entries(Table load_table, int load_entry, int rpm_entry);
-  void Go_To_Entry(Table table, int row);
   void Tab_Changed();
-  void Restore_Tabs();
-  void Remember_Tabs();
   void Leave_Drags(bool transfers_enabled);
   void Open_Summary();
   void Make_View_Menu();
@@ -66,6 +62,7 @@ class BoostProgMain : public QMainWindow {
   General_Panel* general_;
   Fuel_Panel* fuel_;
   std::vector<Tables_Panel*> tables_;
+  std::unique_ptr<Main_Tabs> main_tabs_;
   Table_Control_Panel* tblctrl_;
   Communication_Panel* communication_;
   QLabel* notification_;
