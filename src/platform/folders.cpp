@@ -79,6 +79,11 @@ bool Exists(const std::string& path) {
   return fs::exists(Path_Of(path), error);
 }
 
+bool Same_Place(const std::string& one, const std::string& other) {
+  std::error_code error;
+  return fs::equivalent(Path_Of(one), Path_Of(other), error);
+}
+
 std::optional<std::uintmax_t> File_Size(const std::string& path) {
   std::error_code error;
   const bool ordinary = fs::is_regular_file(Path_Of(path), error);

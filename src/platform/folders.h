@@ -29,6 +29,10 @@ namespace kx::platform {
 /// True when there is something of that name.
 [[nodiscard]] bool Exists(const std::string& path);
 
+/// True when both names, of a file or a directory, lead to the same one, whatever links and spellings lie
+/// between. False when one is missing.
+[[nodiscard]] bool Same_Place(const std::string& one, const std::string& other);
+
 /// Bytes of an ordinary file; nothing when there is none.
 [[nodiscard]] std::optional<std::uintmax_t> File_Size(const std::string& path);
 

@@ -26,6 +26,7 @@ constexpr std::size_t longest_stem = 150;
 
 bool keeping = false;
 bool failure_told = false;
+int changes = 0;
 
 bool Matches(std::string_view text, std::string_view pattern) {
   return std::ranges::equal(text, pattern, [](char c, char wanted) {
@@ -79,6 +80,7 @@ bool Same_Name(const Tune_Copy& a, const Tune_Copy& b) { return a.name == b.name
 /// What is there of the tune under an older name goes, and the oldest ones that are too many. One that cannot
 /// be removed stays.
 void Clear_Up(std::vector<std::string> names, const Tune_Copy& newest) {
+  ++changes;
   std::erase_if(names, [&newest](const std::string& name) {
     const std::string path = Earlier_Tunes_Folder() + name;
     const auto tune = Read(path);
@@ -108,6 +110,8 @@ std::vector<Earlier_Tune> Earlier_Tunes() {
   std::ranges::reverse(tunes);
   return tunes;
 }
+
+int Earlier_Tunes_Changes() { return changes; }
 
 bool Tell_Unless_Kept(const platform::File_Result& result) {
   if (!result.Ok() && !std::exchange(failure_told, true))

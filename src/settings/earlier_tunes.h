@@ -28,6 +28,9 @@ struct Earlier_Tune {
 /// What is kept, newest first. A file that is no tune is left out.
 [[nodiscard]] std::vector<Earlier_Tune> Earlier_Tunes();
 
+/// Grows when this program has kept a tune: what Earlier_Tunes has given before is out of date.
+[[nodiscard]] int Earlier_Tunes_Changes();
+
 /// Puts @p image in place of the tune, which is kept before. The one way in for every tune that comes as a
 /// whole: from a file, a box, a card, a log. @p source is what it comes from, see tune_source. @p take_name,
 /// between the two, gives the new one its name and description; what it throws leaves the image as it is.

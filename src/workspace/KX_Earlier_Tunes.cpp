@@ -4,8 +4,10 @@
 #include <QHeaderView>
 #include <QVBoxLayout>
 
+#include "platform/folders.h"
 #include "platform/seams.h"
 #include "settings/image.h"
+#include "settings/message.h"
 #include "widgets/form_helpers.h"
 #include "workspace/setting_file_commands.h"
 
@@ -91,20 +93,26 @@ QWidget* KX_Earlier_Tunes::Make_Buttons() {
       Button("cmd_Open_Earlier", "&Open",
              "Opens the chosen tune like a file; Undo goes back. It is saved under a name with its time.");
   open_->setEnabled(false);
-  auto* folder =
-      Button("cmd_Open_Earlier_Folder", "Open &folder", "Shows the folder in which these files lie");
+  folder_ = Button("cmd_Open_Earlier_Folder", "Open &folder", "Shows the folder in which these files lie");
   auto* leave = Button("cmd_Close_Earlier", "&Close", "Closes this window");
   On_Click(open_, [this] { Open_Chosen(); });
-  On_Click(folder, [] { platform::seams.desktop->Open_With_Handler(Earlier_Tunes_Folder()); });
+  On_Click(folder_, [] { platform::seams.desktop->Open_With_Handler(Earlier_Tunes_Folder()); });
   connect(leave, &QPushButton::clicked, this, &QWidget::close);
   layout->addWidget(open_);
-  layout->addWidget(folder);
+  layout->addWidget(folder_);
   layout->addStretch(1);
   layout->addWidget(leave);
   return line;
 }
 
 void KX_Earlier_Tunes::Show_List() {
+  Fill();
+  list_->setCurrentItem(list_->topLevelItem(0));
+  list_->setFocus();
+}
+
+void KX_Earlier_Tunes::Fill() {
+  changes_ = Earlier_Tunes_Changes();
   tunes_ = Earlier_Tunes();
   list_->clear();
   for (const Earlier_Tune& kept : tunes_) list_->addTopLevelItem(Row_Of(kept));
@@ -114,12 +122,22 @@ void KX_Earlier_Tunes::Show_List() {
                  QString::number(earlier_tunes_kept) + " stay.");
   list_->resizeColumnToContents(time_column);
   list_->resizeColumnToContents(differing_column);
-  list_->setCurrentItem(list_->topLevelItem(0));
-  list_->setFocus();
+  open_->setEnabled(false);
+  folder_->setEnabled(platform::Exists(Earlier_Tunes_Folder()));
+}
+
+/// A tune has been kept while the window is open: the rows move down, and the choice goes with its own.
+void KX_Earlier_Tunes::Fill_Again() {
+  const std::string chosen = Chosen_Path();
+  Fill();
+  for (std::size_t i = 0; i < tunes_.size(); ++i) {
+    if (tunes_[i].path == chosen) list_->setCurrentItem(list_->topLevelItem(static_cast<int>(i)));
+  }
 }
 
 void KX_Earlier_Tunes::Show_Differences() {
-  if (isVisible()) Count_Differences();
+  if (!isVisible()) return;
+  changes_ == Earlier_Tunes_Changes() ? Count_Differences() : Fill_Again();
 }
 
 void KX_Earlier_Tunes::Count_Differences() {
@@ -130,11 +148,21 @@ void KX_Earlier_Tunes::Count_Differences() {
   }
 }
 
-/// The window goes first: what the file asks for stands over the main form.
-void KX_Earlier_Tunes::Open_Chosen() {
+/// Empty without a choice.
+std::string KX_Earlier_Tunes::Chosen_Path() const {
   const int row = list_->indexOfTopLevelItem(list_->currentItem());
-  if (row < 0) return;
-  const std::string path = tunes_[static_cast<std::size_t>(row)].path;
+  return row < 0 ? "" : tunes_[static_cast<std::size_t>(row)].path;
+}
+
+/// The window goes first: what the file asks for stands over the main form. A file that another program has
+/// cleared away leaves the list.
+void KX_Earlier_Tunes::Open_Chosen() {
+  const std::string path = Chosen_Path();
+  if (path.empty()) return;
+  if (!platform::Exists(path)) {
+    Fill_Again();
+    return Tell(path + " is not there any more.");
+  }
   close();
   Guarded([&path] { Open_Setting_File(path); });
 }

@@ -5,6 +5,7 @@
 #include "boxlink/transfer.h"
 #include "logging/live_log.h"
 #include "platform/files.h"
+#include "platform/folders.h"
 #include "platform/seams.h"
 #include "settings/earlier_tunes.h"
 #include "settings/history.h"
@@ -40,9 +41,9 @@ void Take_Name(const std::string& full_name) {
 
 enum class Outcome { taken, no_setting_file, refused };
 
+/// Also when the name goes another way there than ours does, over a link.
 bool Is_Kept(const std::string& full_name) {
-  return full_name.starts_with(Earlier_Tunes_Folder()) &&
-         full_name.find('/', Earlier_Tunes_Folder().size()) == std::string::npos;
+  return platform::Same_Place(Folder_Of(full_name), Earlier_Tunes_Folder());
 }
 
 /// A tune of the folder of earlier ones comes from where it once came from, and is saved under a name of its

@@ -73,6 +73,10 @@ class Earlier_Form : public Form_Fixture {
 };
 
 TEST_F(Earlier_Form, Lists_What_Was_Replaced_And_Opens_It_Like_A_File) {
+  QWidget* window = Window("KX_Earlier_Tunes");
+  Trigger("File_earlier");
+  EXPECT_FALSE(window->findChild<QPushButton*>("cmd_Open_Earlier_Folder")->isEnabled()) << "none yet";
+  window->close();
   Show(Table::fuel_load);
   Pick(Table::fuel_load, 3);
   Click("plus");
@@ -82,7 +86,7 @@ TEST_F(Earlier_Form, Lists_What_Was_Replaced_And_Opens_It_Like_A_File) {
   Expect_Open_Name(folder() + "demo.kxs");
   Trigger("File_open");
   Trigger("File_earlier");
-  QWidget* window = Window("KX_Earlier_Tunes");
+  EXPECT_TRUE(window->findChild<QPushButton*>("cmd_Open_Earlier_Folder")->isEnabled());
   auto* list = window->findChild<QTreeWidget*>("earlier_tunes_list");
   ASSERT_EQ(list->topLevelItemCount(), 2);
   EXPECT_EQ(list->topLevelItem(0)->text(1), "demo_box.kxs");
@@ -93,6 +97,11 @@ TEST_F(Earlier_Form, Lists_What_Was_Replaced_And_Opens_It_Like_A_File) {
   Click("plus");
   EXPECT_NE(list->topLevelItem(1)->text(3), differing) << "follows the tune of now";
   list->setCurrentItem(list->topLevelItem(1));
+  Expect_Open_Name(folder() + "demo_box.kxs");
+  Trigger("File_open");
+  EXPECT_EQ(list->topLevelItemCount(), 3) << "one is kept while the window is open";
+  EXPECT_EQ(list->topLevelItem(0)->text(1), "demo.kxs");
+  EXPECT_EQ(list->indexOfTopLevelItem(list->currentItem()), 2) << "the choice goes with its row";
   QTest::mouseClick(window->findChild<QPushButton*>("cmd_Open_Earlier"), Qt::LeftButton);
   EXPECT_EQ(CardByte, Stamped(mine));
   EXPECT_FALSE(window->isVisible());
@@ -101,6 +110,11 @@ TEST_F(Earlier_Form, Lists_What_Was_Replaced_And_Opens_It_Like_A_File) {
   EXPECT_NE(CardByte, mine);
   Trigger("File_earlier");
   EXPECT_EQ(list->topLevelItemCount(), 3);
+  const std::string gone = Earlier_Tunes()[0].path;
+  std::filesystem::remove(gone);
+  Expect_Box(gone + " is not there any more.");
+  QTest::mouseClick(window->findChild<QPushButton*>("cmd_Open_Earlier"), Qt::LeftButton);
+  EXPECT_EQ(list->topLevelItemCount(), 2);
   ASSERT_TRUE(QTest::qWaitFor([window] { return QApplication::activeWindow() == window; }));
   QTest::keyClick(window, Qt::Key_Escape);
   EXPECT_FALSE(window->isVisible());

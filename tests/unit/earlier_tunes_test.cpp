@@ -92,6 +92,9 @@ TEST_F(Earlier_Tunes_Test, Saving_One_That_Was_Opened_Goes_Over_Nothing) {
   EXPECT_TRUE(folder_.Has(card_data_file));
   EXPECT_EQ(folder_.Read("mine.kxs"), was);
   EXPECT_EQ(folder_.Read(file), content);
+  fs::create_directory_symlink(folder_.Path(), folder_.Path("link"));
+  Open_Setting_File(folder_.Path("link/" + file));
+  EXPECT_EQ(card_data_dir + card_data_file, folder_.Path("mine 2031-05-17 10-00-00.kxs")) << "over a link";
   Open_Setting_File(mine);
   EXPECT_EQ(Name_For_Earlier_Tune(Earlier_Tunes().at(0).tune), folder_.Path("mine 2031-05-17 10-00-00.kxs"));
 }
