@@ -82,7 +82,6 @@ Section_Texts Read_Box(Kept_Tune& tune) {
     Start_Guard::Set(Phase::opening);
     return texts;
   }
-  tune.Note_Read();
   if (Settings_Were_Read()) {
     const std::string held = std::exchange(Log_Dataset_Text, {});
     Update_Log_Dataset();
@@ -182,7 +181,10 @@ void Start_Log() {
   if (!Check_If_Unsaved_File() || start_given_up) return;
   Kept_Tune tune;
   Section_Texts texts;
-  if (log_settings.check_SettingsInLogg) texts = Read_Box(tune);
+  if (log_settings.check_SettingsInLogg) {
+    texts = Read_Box(tune);
+    tune.Note_Shown();
+  }
   if (start_given_up) tune.Bring_Back();
   if (Closing || start_given_up) return;
   Run_Transfer({.end_early = Give_Line_Back, .goes_on = Log_Running, .rest = Enable_Buttons_after_log},

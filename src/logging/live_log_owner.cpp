@@ -18,7 +18,6 @@
 #include "logging/log_state.h"
 #include "platform/seams.h"
 #include "settings/earlier_tunes.h"
-#include "settings/history.h"
 #include "settings/message.h"
 #include "settings/notice.h"
 #include "settings/numbers.h"
@@ -31,11 +30,12 @@ namespace kx {
 namespace {
 
 constexpr const char* kept_tune_name = "tmp_kxs_file.kxs";
-constexpr const char* edited_text =
-    "The tune of before the log is back. The one edited during the log: Undo, or Earlier tunes.";
 constexpr int least_update_ms = 50;
 constexpr double counted_seconds = 0.5;  // that an update tick counts in log-to-file-only mode
 constexpr double longest_counted = 250;  // s, 50 less than a file holds
+constexpr const char* edited_text =
+    "The tune from before the log is back. What you changed while the log ran is among the earlier tunes: "
+    "File, Earlier tunes...";
 constexpr const char* overload_text =
     "The computer can not handle this logging speed. Please lower the number "
     "of seconds to show or increase "
@@ -85,24 +85,20 @@ void Kept_Tune::Keep() {
   name_ = card_data_file;
   source_ = tune_source;
   kept_ = true;
-  read_ = image_;
   std::string lines;
   for (int i = 0; i < Byte_Image::size; ++i) lines += std::to_string(CardByte[i]) + Crlf();
   (void)platform::Replace_File(start_dir + kept_tune_name, lines);
 }
 
-void Kept_Tune::Note_Read() { read_ = CardByte; }
-
 void Kept_Tune::Bring_Back() {
   if (!kept_) return;
-  const bool edited = CardByte != read_;
-  if (edited) Capture_History();
   kept_ = false;
+  const bool edited = !(CardByte == shown_);
   Replace_Tune(image_, source_);
   card_data_file = name_;
   Set_Title(name_);
   Refresh_Whole_Image();
-  if (edited) Add_Notice(edited_text);
+  if (edited) Show_Notice(edited_text);
 }
 
 void Note_Log_Begin() {

@@ -35,19 +35,19 @@ class Kept_Tune {
   /// Keeps the tune. A file that cannot be written does not stop the log.
   void Keep();
 
-  /// The box's tune has come in its place.
-  void Note_Read();
+  /// Notes the tune that is on show while the log runs: what the user changes begins from it.
+  void Note_Shown() { shown_ = CardByte; }
 
-  /// Brings the tune back and refreshes the main form; nothing unless it was kept. What the user has made of
-  /// the box's tune meanwhile is told of, and is one undo away.
+  /// Brings the tune back and refreshes the main form; nothing unless it was kept. What the user has changed
+  /// meanwhile is among the earlier tunes, and the status line says so.
   void Bring_Back();
 
  private:
   Byte_Image image_;
+  Byte_Image shown_;
   std::string name_;  // of the tune's file: a read that fails takes it away
   std::string source_;
   bool kept_ = false;
-  Byte_Image read_;  // what stands in its place as the box gave it
 };
 
 /// One live log. Made when the port is open, gone when the log has ended; a handler that runs when that

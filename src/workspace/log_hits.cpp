@@ -226,7 +226,7 @@ std::string Summary_Of(const Log_Hits& hits) {
 }
 
 std::string Title_Of(const Log_Hits& hits) {
-  const std::string measure(hit_measure_names.at(static_cast<std::size_t>(hits.measure)));
+  std::string measure(hit_measure_names.at(static_cast<std::size_t>(hits.measure)));
   if (hits.measure == Hit_Measure::rows) return measure;
   return measure + " of " + hits.signal_name + " [" + hits.signal_unit + "]";
 }
