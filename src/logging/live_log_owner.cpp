@@ -18,6 +18,7 @@
 #include "logging/log_state.h"
 #include "platform/seams.h"
 #include "settings/earlier_tunes.h"
+#include "settings/history.h"
 #include "settings/message.h"
 #include "settings/notice.h"
 #include "settings/numbers.h"
@@ -94,6 +95,7 @@ void Kept_Tune::Bring_Back() {
   if (!kept_) return;
   kept_ = false;
   const bool edited = !(CardByte == shown_);
+  if (edited) Capture_History();
   Replace_Tune(image_, source_);
   card_data_file = name_;
   Set_Title(name_);

@@ -39,7 +39,7 @@ class Kept_Tune {
   void Note_Shown() { shown_ = CardByte; }
 
   /// Brings the tune back and refreshes the main form; nothing unless it was kept. What the user has changed
-  /// meanwhile is among the earlier tunes, and the status line says so.
+  /// meanwhile is one undo away and among the earlier tunes, and the status line says so.
   void Bring_Back();
 
  private:

@@ -8,6 +8,7 @@
 #include "logging/log_array.h"
 #include "logging/log_backup.h"
 #include "logging/log_reception.h"
+#include "settings/history.h"
 #include "settings/message.h"
 #include "settings/notice.h"
 #include "sim/drive.h"
@@ -216,6 +217,9 @@ TEST_F(Live_Log_Test, Settings_Of_The_Box_Go_Into_The_Log_And_The_Tune_Comes_Bac
   Click();
   EXPECT_EQ(CardByte, mine);
   EXPECT_THAT(notice_text.Text(), HasSubstr("What you changed while the log ran is among the earlier tunes"));
+  Undo();
+  EXPECT_NE(CardByte[101], mine[101]);
+  CardByte = mine;
   EXPECT_THAT(Readable_Settings_Text, HasSubstr("\r\nx\r\n"));
   EXPECT_EQ(std::ranges::count(Log_Dataset_Text, '\n'), 257);
   EXPECT_THAT(folder_.Read(log_backup_name), HasSubstr("[end log_dataset]"));
