@@ -114,6 +114,8 @@ void Trim_Log_Data() {
   Log_Data_Text += "[end log_data]" + Crlf();
 }
 
+/// Behind the last box, which may wait for its answer for as long as it likes, the line is emptied and the
+/// stream begins.
 void Live_Log::Begin() {
   Note_Log_Begin();
   directory_ = Log_Directory;
@@ -126,9 +128,9 @@ void Live_Log::Begin() {
   Log_Data_Text = "[log_data]" + Crlf();
   backup_.Init_Logg_Backup_File(log_settings.txt_Log_Date, log_settings.txt_Log_Time);
   reception_.Log_Start_String = log_settings.Log_Start_String;
+  Set_Update_Interval();
   reception_.Log_Reception_On = true;
   live_timers.timer_LogAlert->Set_Enabled(true);
-  Set_Update_Interval();
   live_timers.Timer1->Set_Enabled(true);
   Show_Live_Log();
   try {

@@ -101,9 +101,12 @@ class Live_Log {
   void Fast_Save_Long_Log_File();
   [[nodiscard]] Chunk_Outcome Take_Waiting_Chunk();
   void Split();
+  void Take_What_Waits();
   [[nodiscard]] std::string Input_At_Split() const;
   [[nodiscard]] bool Save_Part(std::string& whole);
-  void Begin_Next_Part(const std::string& behind, const std::string& came, bool row_goes_on);
+  /// At the end of what a part has been made of: no row, half a row, or one of which more has come meanwhile.
+  enum class Row_In_Progress { none, cut, goes_on };
+  void Begin_Next_Part(const std::string& behind, const std::string& came, Row_In_Progress row);
   void Tell_Lost_Once();
   void Tell_Failed_Once(const std::string& what);
   void Report() const;

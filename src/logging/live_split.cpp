@@ -39,6 +39,14 @@ std::size_t Behind_Lines(std::string_view text, int count) {
   return std::min(at, text.size());
 }
 
+/// What @p whole has behind the first @p saved characters of @p received, which are in a file. An
+/// interruption meanwhile has put its mark in the place of their line end.
+std::string Come_Since(const std::string& whole, std::string_view received, std::size_t saved) {
+  received = received.substr(0, saved);
+  const auto [at, end] = std::mismatch(whole.begin(), whole.end(), received.begin(), received.end());
+  return {at, whole.end()};
+}
+
 /// Ends "[log_data]" for a file of its own, which holds 6000 lines at most; gives back the lines behind.
 std::string Close_Part() {
   Log_Data_Text.resize(Whole_Lines(Log_Data_Text).size());
@@ -75,12 +83,23 @@ bool Live_Log::Save_Part(std::string& whole) {
   }
 }
 
-/// Nothing of a device that has gone, which the ticks tell of, or of a line that is another's by now.
+/// Nothing of a device that has gone, which the ticks tell of, of a line that is another's by now, or of a
+/// stream that is broken off, which comes back at a row of its own.
 std::string Live_Log::Input_At_Split() const {
   try {
-    return left_line_ ? std::string() : MSComm1.Input();
+    return left_line_ || reception_.Log_Stream_Broken ? std::string() : MSComm1.Input();
   } catch (const Failure&) {
     return {};
+  }
+}
+
+/// The line has run ahead of a disk that takes its time, which is no overload.
+void Live_Log::Take_What_Waits() {
+  reception_.Log_Reception_On = !left_line_;
+  try {
+    while (reception_.Log_Reception_On && MSComm1.InBufferCount() > log_receive_threshold) Receive();
+  } catch (const Failure&) {
+    // The ticks tell of a device that has gone.
   }
 }
 
@@ -88,6 +107,7 @@ void Live_Log::Fast_Save_Long_Log_File() {
   if (may_split_) {
     const Flag_Guard splitting(splitting_);
     Split();
+    Take_What_Waits();
   }
   Log_Row_Count = 0;
   shown_from_ = may_split_ ? 0 : Whole_Lines(Log_Data_Text).size();
@@ -97,8 +117,8 @@ void Live_Log::Fast_Save_Long_Log_File() {
 /// the log ends.
 void Live_Log::Split() {
   log_settings.check_AutoSave = true;
-  std::string whole = Log_Data_Text;
-  const std::size_t received = whole.size();
+  const std::string received = Log_Data_Text;
+  std::string whole = received;
   const std::size_t saved = Whole_Lines(whole).size();
   const std::string single = Log_File_Name;
   if (Log_Chunk_No == 0) {
@@ -114,24 +134,30 @@ void Live_Log::Split() {
   Log_Directory = directory_;
   may_split_ = Save_Part(whole);
   if (may_split_) {
-    const bool came = whole.size() != received && whole.size() > saved;
-    return Begin_Next_Part(behind, whole.substr(std::min(saved, whole.size())), came);
+    const Row_In_Progress row = whole != received         ? Row_In_Progress::goes_on
+                                : saved < received.size() ? Row_In_Progress::cut
+                                                          : Row_In_Progress::none;
+    return Begin_Next_Part(behind, Come_Since(whole, received, saved), row);
   }
   Log_Data_Text = whole;
   if (Log_Chunk_No == 1) Log_File_Name = single;
   if (Log_Chunk_No == 1) Log_Chunk_No = 0;
+  Mark_Log_Unsaved();
 }
 
 /// @p came begins with the row in progress. That one is lost between two parts, wherever its end is, unless
-/// @p row_goes_on: more came while the part was being saved. The backup, which begins anew with what no file
+/// it goes on: more came while the part was being saved. The backup, which begins anew with what no file
 /// has, keeps it.
-void Live_Log::Begin_Next_Part(const std::string& behind, const std::string& came, bool row_goes_on) {
+void Live_Log::Begin_Next_Part(const std::string& behind, const std::string& came, Row_In_Progress row) {
   const std::string waiting = Input_At_Split();
   const std::size_t end = waiting.find("\r\n");
-  reception_.skip_half_row = !row_goes_on && end == std::string::npos;
-  reception_.Log_Rx_Text = row_goes_on                ? came + waiting
-                           : reception_.skip_half_row ? std::string()
-                                                      : waiting.substr(end + 2);
+  const bool goes_on = row == Row_In_Progress::goes_on;
+  const bool whole_row_waits = end != std::string::npos;
+  const bool cut = row == Row_In_Progress::cut || !waiting.empty();
+  reception_.skip_half_row = cut && !goes_on && !whole_row_waits && !reception_.Log_Stream_Broken;
+  reception_.Log_Rx_Text = goes_on           ? came + waiting
+                           : whole_row_waits ? waiting.substr(end + 2)
+                                             : std::string();
   log_settings.txt_Log_Length = Log_Length_Text(0);
   Note_Log_Begin();
   Log_Data_Text =

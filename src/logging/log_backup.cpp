@@ -1,6 +1,7 @@
 #include "logging/log_backup.h"
 
 #include "logging/log_files.h"
+#include "logging/log_settings.h"
 #include "logging/log_state.h"
 #include "settings/message.h"
 #include "settings/session.h"
@@ -10,10 +11,22 @@ namespace kx {
 namespace {
 
 constexpr std::string_view opening = "[log_data]";
+constexpr std::string_view remark = " 'Backup of last made logging ";
 constexpr std::string_view ending = "[end_log_data]";
 
 std::string Opening_Line(const std::string& date, const std::string& time) {
-  return std::string(opening) + " 'Backup of last made logging " + date + " " + time + Crlf();
+  return std::string(opening).append(remark) + date + " " + time + Crlf();
+}
+
+/// Date and time of the log whose backup is @p text stand in its opening line alone.
+void Take_Log_Begin(std::string_view text) {
+  std::string_view line = text.substr(opening.size(), text.find('\r') - opening.size());
+  if (!line.starts_with(remark)) return;
+  line.remove_prefix(remark.size());
+  const std::size_t blank = line.rfind(' ');
+  if (blank == std::string_view::npos) return;
+  log_settings.txt_Log_Date = line.substr(0, blank);
+  log_settings.txt_Log_Time = line.substr(blank + 1);
 }
 
 /// The settings of the log as the controls have them, and what was read of the box.
@@ -81,6 +94,7 @@ void Offer_Unfinished_Backup() {
   if (!Open_File(Log_Backup_Path())) return;
   Log_File_Named = false;
   if (!Default_Log_Setting_Text.empty()) Restore_Default_File_Click();
+  Take_Log_Begin(text);
   Mark_Log_Unsaved();
 }
 

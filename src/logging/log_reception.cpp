@@ -30,8 +30,11 @@ Chunk_Outcome Take_First(Log_Reception& reception, std::string& data, std::strin
 
 Chunk_Outcome Take_Next(Log_Reception& reception, std::string& data, std::string_view chunk) {
   std::string_view rows = chunk;
-  if (reception.skip_half_row) rows.remove_prefix(std::min(rows.find('\n'), rows.size() - 1) + 1);
-  if (!rows.empty()) reception.skip_half_row = false;
+  if (reception.skip_half_row) {
+    const std::size_t feed = rows.find('\n');
+    reception.skip_half_row = feed == std::string_view::npos;
+    rows.remove_prefix(std::min(feed, rows.size() - 1) + 1);
+  }
   reception.Log_Data_Seen = true;
   reception.Log_Rx_Text += rows;
   data += rows;

@@ -11,6 +11,7 @@
 #include "logging/log_backup.h"
 #include "logging/log_files.h"
 #include "logging/log_parts.h"
+#include "logging/log_rows.h"
 #include "logging/log_setup_commands.h"
 #include "settings/notice.h"
 #include "support/live_log_fixture.h"
@@ -240,6 +241,61 @@ TEST_F(Live_Log_Parts, A_Log_That_Ends_Inside_The_Box_Of_A_Part_Is_Finished_Behi
     fs::permissions(refused, fs::perms(0644));
     Expect_Next_Log_Works();
   }
+}
+
+/// The box of a part is answered while the stream is broken off, while it comes back, and behind that. No row
+/// is put together from two.
+TEST_F(Live_Log_Parts, An_Interruption_Inside_The_Box_Of_A_Part_Makes_No_Row) {
+  for (const double answered : {1.6, 2.0, 2.2, 2.4, 2.6, 3.5, 5.0}) {
+    SCOPED_TRACE(answered);
+    clock_.Set_Time_Of_Day(36000);
+    fs::permissions(folder_.Write(first_part, "protected"), fs::perms(0444));
+    ask_.Expect("The file is write protected. Do you want to overwrite?", Answer::yes, [&] {
+      line_.Receive(" ", clock_.Elapsed());  // the box is switched off
+      loop_.Run(answered);
+    });
+    log_settings.txt_Show_Log_Interval = "0.1";
+    Start_Fast_Box();
+    while (Log_Running() && Log_Chunk_No < 2) loop_.Do_Events();
+    loop_.Run(5);
+    ask_.Expect("There were some interruptions during the log");
+    Click();
+    const std::string drive = Drive_Rows(0, 7000 * 85);
+    std::string_view rest = Log_Data_Text;
+    EXPECT_EQ(Next_Line(rest), "[log_data]");
+    int marks = 0;
+    int rows = 0;
+    for (std::string_view line = Next_Line(rest); !rest.empty(); line = Next_Line(rest)) {
+      const bool marked = line.ends_with(" 'Interuption of log");
+      marks += marked ? 1 : 0;
+      if (marked || line == "a") continue;
+      EXPECT_NE(drive.find(std::string(line) + "\r\n"), std::string::npos) << line;
+      EXPECT_EQ(line.size(), 83U);
+      ++rows;
+    }
+    EXPECT_EQ(marks, 1);
+    EXPECT_GT(rows, 200);
+    EXPECT_EQ(Log_Rows, rows);
+    Log_File_Unsaved = false;
+    fs::permissions(folder_.Path(first_part), fs::perms(0644));
+  }
+}
+
+/// The line runs ahead of a disk that takes its time for a part; nothing stops.
+TEST_F(Live_Log_Parts, A_Slow_Disk_Is_No_Overload) {
+  log_settings.txt_Show_Log_Interval = "0.1";
+  log_view_hooks.show_folder = [this] {
+    clock_.Advance(0.45);
+    Let_Arrive();
+  };
+  Start_Fast_Box();
+  loop_.Run(62);
+  EXPECT_TRUE(Log_Running());
+  Click();
+  log_view_hooks = {};
+  const std::string rows = Rows_In(folder_.Read(first_part)) + Rows_In_Backup();
+  EXPECT_EQ(rows, Drive_Rows(2, rows.size()));
+  EXPECT_GT(rows.size(), 6150U * 85);
 }
 
 /// From its seam on it holds the old content and what comes.

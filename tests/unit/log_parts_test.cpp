@@ -120,6 +120,7 @@ TEST_F(Log_Parts, A_Backup_That_Is_Offered_Has_The_Default_Settings) {
   Offer_Unfinished_Backup();
   EXPECT_EQ(Signal_Row(4).custom_name, "MINE");
   EXPECT_EQ(Log_Rows, 3);
+  EXPECT_EQ(log_settings.txt_Log_Date + "|" + log_settings.txt_Log_Time, "2031-05-17|10:00:00");
   EXPECT_TRUE(Log_File_Unsaved);
   EXPECT_FALSE(Log_File_Named);
 }
