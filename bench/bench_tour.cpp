@@ -20,6 +20,7 @@
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
 #include "boxlink/transfer.h"
+#include "compare_tour.h"
 #include "log_tour.h"
 #include "platform/qt/qt_seams.h"
 #include "platform/seams.h"
@@ -88,6 +89,7 @@ class Tour {
            Step("read, verify and write the old way", [this] { Old_Engine(); }) &&
            Step("a card by all three ways", [this] { Carry_By_Cards(); }) &&
            Step("the bench form of the Todos reader", [this] { Show_Todos_Bench(); }) &&
+           Step("compare with another tune", [this] { Compare(); }) &&
            Step("line log", [this] { Export_Line_Log(); }) && Step("save", [this] { Save(); }) &&
            Step("open and compare 256 bytes", [this] { Open_Again(); }) &&
            Step("open a demo log", [this] { log_.Open_Demo_Log(); }) &&
@@ -220,6 +222,11 @@ class Tour {
   void Verify() {
     Click("Verify_Settings");
     Require_Status("Verify finished ");
+  }
+
+  void Compare() {
+    kx::bench::Compare_Tour tour(out_, [this](const QString& file) { ask_.Answer_With(file.toStdString()); });
+    tour.Compare_And_Take(*form_);
   }
 
   void Save() {

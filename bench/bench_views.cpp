@@ -1,7 +1,9 @@
-// Speed of the views: Update_All with all grids and charts, one step on 33 rows with its repaint, a tab
-// change; the 3D map: one painting, a turn, an edit of a table until the map shows it.
+// Speed of the views: Update_All with all grids and charts, without and with marks, the list of differences,
+// one step on 33 rows with its repaint, a tab change; the 3D map: one painting, a turn, an edit of a table
+// until the map shows it.
 #include <benchmark/benchmark.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -10,10 +12,13 @@
 #include "bench_folder.h"
 #include "platform/qt/qt_seams.h"
 #include "settings/image.h"
+#include "settings/reference_tune.h"
 #include "settings/refresh.h"
 #include "widgets/surface_chart.h"
 #include "workspace/BoostProgMain.h"
 #include "workspace/cell_editing.h"
+#include "workspace/compare.h"
+#include "workspace/compare_commands.h"
 #include "workspace/table_operations.h"
 #include "workspace/tables.h"
 
@@ -26,6 +31,38 @@ void Show_Ignition(kx::BoostProgMain& form) {
 
 void Bench_Update_All(benchmark::State& state) {
   for (auto step : state) kx::Update_All();
+}
+
+/// A reference that differs from the tune in 250 bytes; its own Update_All shows what the marks take.
+void Compare_With_250_Bytes() {
+  kx::Byte_Image other = kx::CardByte;
+  for (int i = 0; i <= kx::map::pwm_rpm.Last(); ++i) other[i] ^= 0x11;
+  kx::Note_Box_Image(other, kx::DatasetID);
+  kx::Compare_With(kx::Reference_Source::box);
+}
+
+void Bench_Update_All_Marked(benchmark::State& state) {
+  Compare_With_250_Bytes();
+  for (auto step : state) kx::Update_All();
+  state.counters["rows"] = static_cast<double>(kx::Shown_Differences().size());
+  kx::Compare_With(kx::Reference_Source::none);
+}
+
+/// From F8 until the list is painted.
+void Bench_Open_List(benchmark::State& state, kx::BoostProgMain& form) {
+  Compare_With_250_Bytes();
+  auto* open = form.findChild<QAction*>("Compare_list");
+  for (auto step : state) {
+    open->trigger();
+    QApplication::processEvents();
+    state.PauseTiming();
+    for (QWidget* any : QApplication::topLevelWidgets()) {
+      if (any->objectName() == "KX_Compare") any->hide();
+    }
+    QApplication::processEvents();
+    state.ResumeTiming();
+  }
+  kx::Compare_With(kx::Reference_Source::none);
 }
 
 /// A step up and a step down, each painted: two frames an iteration.
@@ -112,6 +149,11 @@ int main(int argc, char** argv) {
   Show_Ignition(form);
   benchmark::Initialize(&argc, argv);
   benchmark::RegisterBenchmark("Update_All", Bench_Update_All)->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("Update_All, 250 bytes differ from the reference", Bench_Update_All_Marked)
+      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("list of 250 differing bytes, until it is painted",
+                               [&form](benchmark::State& state) { Bench_Open_List(state, form); })
+      ->Unit(benchmark::kMillisecond);
   benchmark::RegisterBenchmark("two steps on 33 rows, painted", Bench_Two_Steps_On_33_Rows)
       ->Unit(benchmark::kMillisecond);
   benchmark::RegisterBenchmark("tab change, painted", [&form](benchmark::State& state) {

@@ -9,6 +9,8 @@
 #include "boxlink/protocol.h"
 #include "boxlink/timer_engine.h"
 #include "boxlink/transfer.h"
+#include "settings/numbers.h"
+#include "settings/reference_tune.h"
 #include "settings/refresh.h"
 
 namespace kx {
@@ -29,6 +31,14 @@ void Reset_Texts() {
 }
 
 }  // namespace
+
+void Note_Master_Read(const Byte_Image& read) {
+  Note_Box_Image(read, Box_Info_OK ? byte_chk(Box_SC_ID) : read[map::dataset]);
+}
+
+void Note_Master_Run() {
+  if (Doubt_Box_Image()) Refresh_Views(Show_Reference);
+}
 
 void Clear_Transfer_Modes() {
   Verify_Mode = false;

@@ -18,6 +18,13 @@ extern bool Write_Verify;  ///< the comparison in progress is the read-back of a
 /// heard the "$". The next operation sends it before anything else.
 extern bool Run_Left_Open;
 
+/// The master's image has come whole and sound: it is what a tune is compared with. A box that has not told
+/// its dataset counts as of the one in its image.
+void Note_Master_Read(const Byte_Image& read);
+
+/// A run to the master begins: what was read from it before is in doubt until it is read back.
+void Note_Master_Run();
+
 /// Clears the three modes; every way out of a transfer does.
 void Clear_Transfer_Modes();
 

@@ -12,6 +12,7 @@
 #include "settings/earlier_tunes.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
+#include "settings/reference_tune.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/text_encoding.h"
@@ -34,6 +35,8 @@ void Load(const std::string& digits) {
   Byte_Image image;
   Decode_Digits(digits, Byte_Image::size - 1, image);
   Replace_Tune(image, box_source);
+  Note_Master_Read(image);
+  Note_Opened_Tune();
   Report_Step(words::read_finished);
   Finish_Read(Refresh_Whole_Image);
 }

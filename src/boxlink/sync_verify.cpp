@@ -37,6 +37,9 @@ Verdict Compare_Master() {
   std::string digits;
   if (!Fetch_Digits("rd", master_marker, digits)) return Verdict::not_read;
   Decode_Digits(digits, map::last_compared, Box_Master_Image);
+  Byte_Image whole;
+  Decode_Digits(digits, Byte_Image::size - 1, whole);
+  Note_Master_Read(whole);
   return Compare_Bytes() ? Verdict::different : Verdict::equal;
 }
 

@@ -37,6 +37,7 @@ bool Marked(int i) { return i >= 0 && Diff_Flags[i] == 255; }
 /// the run before would count as part of every answer in this one.
 void Begin_Run(int i) {
   Drop_Input();
+  Note_Master_Run();
   Current_Transfer().run_open = true;
   Answer_To("bw", 0.2, 3);
   const std::string offset = dec2hex(i, 2);

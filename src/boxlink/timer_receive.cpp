@@ -14,6 +14,7 @@
 #include "settings/earlier_tunes.h"
 #include "settings/message.h"
 #include "settings/numbers.h"
+#include "settings/reference_tune.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/text_encoding.h"
@@ -86,12 +87,16 @@ void Begin_Write() {
 void Take_Image(const Byte_Image& image) {
   if (Verify_Mode) {
     Verify_Image = image;
+    Note_Master_Read(image);
+    Refresh_Views(Show_Reference);
     Compare();
   } else if (Slave_Pass) {
     Slave_Image = image;
     MasterSlaveCompare();
   } else {
     Replace_Tune(image, box_source);
+    Note_Master_Read(image);
+    Note_Opened_Tune();
     Report_Loaded();
   }
   Rx_Reading = false;

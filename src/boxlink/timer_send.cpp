@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "boxlink/comm_port.h"
+#include "boxlink/link_state.h"
 #include "boxlink/run_list.h"
 #include "boxlink/timer_state.h"
 #include "boxlink/timer_steps.h"
@@ -58,6 +59,7 @@ void Send_Byte() {
 }  // namespace
 
 void Send_Word() {
+  if (!Slave_Write) Note_Master_Run();
   Send(Slave_Write ? "bs" : "bw");
   Current_Transfer().run_open = true;
 }

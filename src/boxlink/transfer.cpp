@@ -104,6 +104,15 @@ void Begin_Sending() {
   current->confirmed = 0;
 }
 
+std::vector<int> Bytes_To_Write(const Byte_Image& box, const Byte_Image& tune) {
+  const Byte_Image sent = Stamped(tune);
+  std::vector<int> bytes;
+  for (int i = 0; i <= map::last_compared; ++i) {
+    if (sent[i] != box[i]) bytes.push_back(i);
+  }
+  return bytes;
+}
+
 void Yield() {
   Do_Events();
   Fail_If_Ended();

@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "settings/image.h"
 
@@ -69,6 +70,10 @@ void End_Transfer();
 
 /// Makes the operation one that sends: stamps the tune and keeps a copy of it as what is sent.
 void Begin_Sending();
+
+/// The bytes, rising, that "Write" would send to a master that holds @p box: those of the compared ones that
+/// differ once the tune is stamped. What a slave lacks comes on top.
+[[nodiscard]] std::vector<int> Bytes_To_Write(const Byte_Image& box, const Byte_Image& tune);
 
 /// Lets waiting events run. Any handler may run in here. Throws Transfer_Ended when the operation is to end.
 void Yield();

@@ -83,6 +83,7 @@ void Decode_Whole_Log() {
 
 void Kept_Tune::Keep() {
   image_ = CardByte;
+  opened_ = Opened_Tune();
   name_ = card_data_file;
   source_ = tune_source;
   kept_ = true;
@@ -97,6 +98,7 @@ void Kept_Tune::Bring_Back() {
   const bool edited = !(CardByte == shown_);
   if (edited) Capture_History();
   Replace_Tune(image_, source_);
+  Restore_Opened_Tune(std::move(opened_));
   card_data_file = name_;
   Set_Title(name_);
   Refresh_Whole_Image();

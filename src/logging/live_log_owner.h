@@ -11,6 +11,7 @@
 #include "logging/log_state.h"
 #include "platform/event_loop.h"
 #include "settings/image.h"
+#include "settings/reference_tune.h"
 
 /// The inside of the live log: one object from the opened port to the end of the log. Only the files of the
 /// live log use this.
@@ -45,6 +46,7 @@ class Kept_Tune {
  private:
   Byte_Image image_;
   Byte_Image shown_;
+  std::optional<Reference_Tune> opened_;
   std::string name_;  // of the tune's file: a read that fails takes it away
   std::string source_;
   bool kept_ = false;

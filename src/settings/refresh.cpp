@@ -22,6 +22,8 @@ void Update_Tabs() { Run(refresh_hooks.update_tabs); }
 
 void Show_Right_Tabs() { Run(refresh_hooks.show_right_tabs); }
 
+void Show_Reference() { Run(refresh_hooks.show_reference); }
+
 void Refresh_Whole_Image() {
   Update_All();
   Update_Tabs();

@@ -14,6 +14,7 @@ struct Refresh_Hooks {
   std::function<void()> show_right_tabs;
   std::function<void()> show_title;
   std::function<void(bool)> show_wait_pointer;
+  std::function<void()> show_reference;
 };
 extern Refresh_Hooks refresh_hooks;
 
@@ -44,6 +45,9 @@ void Update_Tabs();
 
 /// Keeps the table tools in step with the tab on show.
 void Show_Right_Tabs();
+
+/// Shows the differences from the reference (reference_tune.h), which is another one; values stay.
+void Show_Reference();
 
 /// After the whole image was replaced: Update_All, then Update_Tabs.
 void Refresh_Whole_Image();

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "settings/reference_tune.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
 
@@ -20,7 +21,12 @@ class Tune_Origin {
   ~Tune_Origin();
   Tune_Origin(const Tune_Origin&) = delete;
   Tune_Origin& operator=(const Tune_Origin&) = delete;
-  void Taken() { taken_ = true; }
+
+  /// The tune in the image stays: it is the one that the user has opened.
+  void Taken() {
+    taken_ = true;
+    Note_Opened_Tune();
+  }
 
  private:
   void Restore() const;

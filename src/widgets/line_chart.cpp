@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "widgets/chart_look.h"
+#include "widgets/difference_mark.h"
 #include "widgets/point_drag.h"
 
 namespace kx {
@@ -19,14 +20,22 @@ QCPRange Value_Range(const Chart& chart) {
   double low = 0;
   double high = 0;
   bool any = false;
-  for (const Chart_Series& series : chart.series) {
+  const auto take = [&](const Chart_Series& series) {
     for (const double value : series.values) {
       low = any ? std::min(low, value) : value;
       high = any ? std::max(high, value) : value;
       any = true;
     }
-  }
+  };
+  std::ranges::for_each(chart.series, take);
+  take(chart.reference);
   return Round_Value_Range(low, high);
+}
+
+QString Reference_Read_Out(const Chart_Series& reference, std::size_t entry) {
+  if (entry >= reference.values.size()) return {};
+  return "   (" + QString::fromStdString(reference.name) + " " +
+         QString::number(reference.values[entry], 'g', 6) + ")";
 }
 
 }  // namespace
@@ -35,6 +44,7 @@ Line_Chart::Line_Chart(const QString& name, QWidget* parent)
     : QCustomPlot(parent),
       selection_(new QCPItemRect(this)),
       cursor_(new QCPItemStraightLine(this)),
+      reference_(new QCPCurve(xAxis, yAxis)),
       read_out_(new QCPTextElement(this)) {
   setObjectName(name);
   setMinimumSize(220, 160);
@@ -43,6 +53,8 @@ Line_Chart::Line_Chart(const QString& name, QWidget* parent)
   yAxis->setNumberFormat("gb");
   selection_->setLayer("background");
   selection_->setPen(Qt::NoPen);
+  reference_->setLayer("grid");  // behind the curves
+  reference_->removeFromLegend();
   read_out_->setTextFlags(Qt::AlignRight | Qt::AlignVCenter);
   plotLayout()->insertRow(0);
   plotLayout()->addElement(0, 0, read_out_);
@@ -61,6 +73,7 @@ void Line_Chart::Apply_Palette() {
   band.setAlpha(50);
   selection_->setBrush(band);
   cursor_->setPen(QPen(accent, 1, Qt::DashLine));
+  reference_->setPen(QPen(Difference_Colour(palette()), 1.2, Qt::DashDotLine));
   current_->setScatterStyle({QCPScatterStyle::ssDisc, accent, accent, fontMetrics().height() * 0.8});
   QFont large = font();
   large.setBold(true);
@@ -112,6 +125,14 @@ void Line_Chart::Set_Labels(const std::vector<std::string>& labels) {
   shown_labels_ = labels;
 }
 
+/// In the legend, where there is one, and in the read-out; a row of its own would take room at the first
+/// edit.
+void Line_Chart::Show_Reference(const Chart_Series& reference) {
+  QVector<double> entries(static_cast<qsizetype>(reference.values.size()));
+  std::iota(entries.begin(), entries.end(), 1.0);
+  reference_->setData(entries, QVector<double>(reference.values.begin(), reference.values.end()));
+}
+
 void Line_Chart::Fit_Values(const Chart& chart) {
   const double margin = entries_ > 1 ? 0.5 : 1;
   xAxis->setRange(1 - margin, entries_ + margin);
@@ -136,7 +157,8 @@ void Line_Chart::Mark(const Chart& chart, int first, int last) {
   cursor_->point2->setCoords(chart.current, 1);
   const std::string label = entry < chart.labels.size() ? chart.labels[entry] : "";
   read_out_->setText(QString::fromStdString(label + " " + chart.axis_title + ":  ") +
-                     QString::number(value, 'g', 6) + " " + QString::fromStdString(chart.value_title));
+                     QString::number(value, 'g', 6) + " " + QString::fromStdString(chart.value_title) +
+                     Reference_Read_Out(chart.reference, entry));
 }
 
 void Line_Chart::Show(const Chart& chart, int first, int last) {
@@ -149,6 +171,7 @@ void Line_Chart::Show(const Chart& chart, int first, int last) {
     graph(i + 1)->setName(QString::fromStdString(series.name.empty() ? "table" : series.name));
     graph(i + 1)->setData(entries, QVector<double>(series.values.begin(), series.values.end()), true);
   }
+  Show_Reference(chart.reference);
   if (shown_labels_ != chart.labels) Set_Labels(chart.labels);
   xAxis->setLabel(QString::fromStdString(chart.axis_title));
   yAxis->setLabel(QString::fromStdString(chart.value_title));

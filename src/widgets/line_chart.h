@@ -55,6 +55,7 @@ class Line_Chart : public QCustomPlot {
   void Apply_Palette();
   void Set_Series_Count(int count);
   void Show_Legend(bool shown);
+  void Show_Reference(const Chart_Series& reference);
   void Set_Labels(const std::vector<std::string>& labels);
   void Fit_Values(const Chart& chart);
   void Mark(const Chart& chart, int first, int last);
@@ -69,6 +70,7 @@ class Line_Chart : public QCustomPlot {
   QCPItemRect* selection_;
   QCPItemStraightLine* cursor_;
   QCPGraph* current_ = nullptr;  ///< the current entry's point
+  QCPCurve* reference_;          ///< the table that it is compared with, thin
   QCPTextElement* read_out_;     ///< above the curves, never on them
   Point_Drag* drag_ = nullptr;
   std::optional<Chart_Place> place_;

@@ -14,6 +14,8 @@
 #include "widgets/cell_colours.h"
 #include "widgets/chart_look.h"
 
+#include "widgets/difference_mark.h"
+
 namespace kx {
 namespace {
 
@@ -154,6 +156,12 @@ QVariant Grid_Model::data(const QModelIndex& index, int role) const {
       return Cell_Text(index.row() + 1, index.column());
     case Qt::TextAlignmentRole:
       return int(Qt::AlignRight | Qt::AlignVCenter);
+    case Qt::ToolTipRole:
+      return QString::fromStdString(grid_.Mark(index.row() + 1));
+    case Qt::BackgroundRole: {
+      if (!Is_Value(index.column()) || grid_.Mark(index.row() + 1).empty()) return {};
+      return Difference_Ground(qobject_cast<QWidget*>(parent())->palette());
+    }
     case Qt::FontRole: {
       QFont font = qobject_cast<QWidget*>(parent())->font();
       font.setBold(Is_Value(index.column()));
@@ -380,11 +388,21 @@ void Table_Grid::initViewItemOption(QStyleOptionViewItem* option) const {
   option->palette.setColor(QPalette::HighlightedText, colours.color(QPalette::Text));
 }
 
+/// Over the cells, so that a selected one shows its mark, too.
+void Table_Grid::Paint_Differences(QPainter& painter) const {
+  for (int row = 1; row < grid_.Rows(); ++row) {
+    if (grid_.Mark(row).empty()) continue;
+    Paint_Difference_Corner(painter, visualRect(model_->index(row - 1, grid_.Columns() - 1)), palette());
+  }
+  painter.setBrush(Qt::NoBrush);
+}
+
 /// A frame around the cell that a key changes, and around the whole grid while it takes the keys.
 void Table_Grid::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (model_->rowCount() == 0) return;
   QPainter painter(viewport());
+  Paint_Differences(painter);
   const QRect cell = visualRect(model_->index(grid_.Row() - 1, grid_.Columns() - 1));
   painter.setPen(QPen(palette().color(QPalette::Text), hasFocus() ? 2 : 1));
   painter.drawRect(cell.adjusted(1, 1, -2, -2));

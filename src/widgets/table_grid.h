@@ -85,6 +85,7 @@ class Table_Grid : public QTableView {
 
  private:
   void Fit_Rows();
+  void Paint_Differences(QPainter& painter) const;
   void Show_Cursor();
   bool Select_By_Key(const QKeyEvent& event);
   void Move_Cursor(int key, bool extend);

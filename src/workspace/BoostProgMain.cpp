@@ -110,10 +110,9 @@ void BoostProgMain::Make_Layout() {
   general_ = new General_Panel;
   fuel_ = new Fuel_Panel(controls_);
   tables_ = {new Ignition_Panel(controls_), fuel_, new Pwm_Panel(controls_), new Analog_Panel(controls_)};
-  sstab_Main_->addTab(general_, "General");
-  const std::array captions{"Ignition", "Fuel", "PWM/Boost", "Analog"};
+  sstab_Main_->addTab(general_, Text(Main_Caption_Of(main_tab::general)));
   for (std::size_t i = 0; i < tables_.size(); ++i) {
-    sstab_Main_->addTab(tables_[i], captions[i]);
+    sstab_Main_->addTab(tables_[i], Text(Main_Caption_Of(static_cast<int>(i) + 1)));
     connect(tables_[i], &QTabWidget::currentChanged, this, &BoostProgMain::Tab_Changed);
   }
   connect(sstab_Main_, &QTabWidget::currentChanged, this, &BoostProgMain::Tab_Changed);
@@ -212,6 +211,7 @@ void BoostProgMain::Make_Menus() {
       settings->addAction("Setting &summary...", QKeySequence("F3"), this, &BoostProgMain::Open_Summary);
   summary->setObjectName("Setting_Summary");
   Make_Log_Menu();
+  compare_ = std::make_unique<Compare_Views>(*this, *sstab_Main_, tables_, *config_);
   QMenu* help = menuBar()->addMenu("&Help");
   help->menuAction()->setObjectName("Help_menu");
   help->menuAction()->setVisible(Brand_Has_Help_Menu());
@@ -239,7 +239,7 @@ void BoostProgMain::Make_View_Menu() {
 void BoostProgMain::Make_Log_Menu() {
   QMenu* log = menuBar()->addMenu("&Log");
   QAction* window =
-      log->addAction("&Log window...", QKeySequence("F8"), this, &BoostProgMain::Open_Log_Window);
+      log->addAction("&Log window...", QKeySequence("Shift+F9"), this, &BoostProgMain::Open_Log_Window);
   window->setObjectName("log_window");
   marks_ = std::make_unique<Engine_Marks>(tables_, log);
   QAction* hits =
@@ -268,6 +268,7 @@ void BoostProgMain::Set_Hooks() {
     controls_.Show(row);
     earlier_->Show_Differences();
   };
+  view_hooks.show_differences = [this] { Show_Values(); };
   view_hooks.show_temp_chart = [this] { fuel_->Show_Temperature_Chart(); };
   refresh_hooks.show_title = [this] { Show_Title(); };
   refresh_hooks.show_wait_pointer = [this](bool wait) { wait ? setCursor(Qt::WaitCursor) : unsetCursor(); };
@@ -279,6 +280,7 @@ void BoostProgMain::Show_Values() {
   for (Tables_Panel* panel : tables_) panel->Show_Values();
   controls_.Show_All();
   Apply_Availability();
+  compare_->Show();
   map3d_->Follow_Tables();
   earlier_->Show_Differences();
   if (log_) log_->Follow_Tables();
@@ -373,6 +375,7 @@ void BoostProgMain::closeEvent(QCloseEvent* event) {
   earlier_->close();
   config_->close();
   summary_->close();
+  compare_->Close_List();
   map3d_->close();
   sensor_editor_->close();
   prefs_->close();

@@ -16,6 +16,7 @@
 #include "workspace/KX_Setting_Summary.h"
 #include "workspace/panels/Analog_Panel.h"
 #include "workspace/panels/Communication_Panel.h"
+#include "workspace/panels/Compare_Views.h"
 #include "workspace/panels/Engine_Marks.h"
 #include "workspace/panels/Fuel_Panel.h"
 #include "workspace/panels/General_Panel.h"
@@ -68,6 +69,7 @@ class BoostProgMain : public QMainWindow {
   QLabel* notification_;
   QLabel* preset_status_;
   std::unique_ptr<KX_Config> config_;
+  std::unique_ptr<Compare_Views> compare_;
   std::unique_ptr<KX_Setting_Summary> summary_;
   std::unique_ptr<KX_3Dmap> map3d_;
   std::unique_ptr<KX_Sensor_Editor> sensor_editor_;

@@ -234,6 +234,17 @@ bool KX_Config::Refuses(QEvent& event) {
   return adds && Gear_Shift().text().size() >= gear_shift_length;
 }
 
+QWidget* KX_Config::Shown_Control(const QString& name) {
+  auto* control = findChild<QWidget*>(name);
+  if (control == nullptr) return nullptr;
+  if (!control->isVisibleTo(this)) View_Advanced();
+  // Behind what opening and the advanced settings have still to lay out and to scroll.
+  QTimer::singleShot(0, this, [this, control] {
+    QTimer::singleShot(0, this, [this, control] { area_->ensureWidgetVisible(control); });
+  });
+  return control;
+}
+
 void KX_Config::View_Advanced() {
   const bool show = !advanced_->isVisibleTo(this);
   advanced_->setVisible(show);

@@ -24,6 +24,10 @@ class KX_Config : public QWidget {
   /// Preset list, dataset, what is enabled, and the title, after Update_All and Update_Tabs.
   void Show_Layout();
 
+  /// Brings a control on show, the advanced settings included, and returns it; null when there is none of
+  /// that name.
+  QWidget* Shown_Control(const QString& name);
+
   /// The title follows the current file's.
   void Show_Title();
 

@@ -54,11 +54,17 @@ Analog2_Frames Analog2_Frames_Shown() {
   return {Is_Limit(mode), mode == an2_mode::curve, activated, !activated};
 }
 
-double Generator_Offset() { return CardByte[map::an_offset] - signed_zero; }
+double Generator_Offset(const Byte_Image& image) { return image[map::an_offset] - signed_zero; }
+
+std::string Generator_Gain_Text(const Byte_Image& image) { return Number_Text(image[map::an_gain]); }
+
+std::string Generator_Offset_Text(const Byte_Image& image) {
+  return Format(Generator_Offset(image) / counts_a_volt, "0.00");
+}
 
 void Fill_Curve_Boxes() {
-  an_gain.Set(Number_Text(CardByte[map::an_gain]));
-  an_offset.Set(Format(Generator_Offset() / counts_a_volt, "0.00"));
+  an_gain.Set(Generator_Gain_Text(CardByte));
+  an_offset.Set(Generator_Offset_Text(CardByte));
 }
 
 void Command12_Click() {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+
+#include "settings/image.h"
 #include "settings/shown_text.h"
 
 namespace kx {
@@ -18,7 +21,11 @@ struct Analog2_Frames {
 [[nodiscard]] Analog2_Frames Analog2_Frames_Shown();
 
 /// Offset of the curve generator in the tune, in counts; negative below 0 V.
-[[nodiscard]] double Generator_Offset();
+[[nodiscard]] double Generator_Offset(const Byte_Image& image = CardByte);
+
+/// What the two boxes show for a tune.
+[[nodiscard]] std::string Generator_Gain_Text(const Byte_Image& image);
+[[nodiscard]] std::string Generator_Offset_Text(const Byte_Image& image);
 
 /// Fills both boxes from the tune.
 void Fill_Curve_Boxes();

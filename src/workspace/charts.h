@@ -35,6 +35,7 @@ struct Chart_Series {
 struct Chart {
   std::vector<std::string> labels;  ///< from the grid's axis column, a label a point
   std::vector<Chart_Series> series;
+  Chart_Series reference;  ///< the table of the tune that it is compared with; no values where none differs
   std::string axis_title;
   std::string value_title;
   int current = 1;  ///< entry that the grid's cursor is on, 1 up

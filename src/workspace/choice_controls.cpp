@@ -5,6 +5,7 @@
 #include "settings/failure.h"
 #include "settings/history.h"
 #include "settings/refresh.h"
+#include "workspace/compare.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
@@ -33,10 +34,10 @@ int Choice_Count(const Choice_Row& row) {
   return row.kind == Choice_Kind::check ? 2 : static_cast<int>(row.items.size());
 }
 
-int Choice_Index(const Choice_Row& row) { return row.rules->read(row); }
+int Choice_Index(const Choice_Row& row, const Byte_Image& image) { return row.rules->read(row, image); }
 
-std::string_view Choice_Text(const Choice_Row& row) {
-  return row.items[static_cast<std::size_t>(Choice_Index(row))];
+std::string_view Choice_Text(const Choice_Row& row, const Byte_Image& image) {
+  return row.items[static_cast<std::size_t>(Choice_Index(row, image))];
 }
 
 void Choice_Changed(const Choice_Row& row, int index) {
@@ -45,6 +46,7 @@ void Choice_Changed(const Choice_Row& row, int index) {
     if (row.captures) Capture_History();
     row.rules->write(row, index);
     if (row.afterwards) row.afterwards();
+    Follow_Differences();
   }
   Show_Sharing_Byte(row);
 }

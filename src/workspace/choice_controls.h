@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/image_map.h"
+#include "settings/image.h"
 
 namespace kx {
 
@@ -19,9 +19,9 @@ struct Choice_Row;
 
 /// Where a choice departs from "the list index is the field's number".
 struct Choice_Rules {
-  int (*read)(const Choice_Row& row);               ///< index for the tune
-  void (*write)(const Choice_Row& row, int index);  ///< stores the index into the tune
-  bool (*accepts)(int index);                       ///< tells the user why when it is false
+  int (*read)(const Choice_Row& row, const Byte_Image& image);  ///< index that the image holds
+  void (*write)(const Choice_Row& row, int index);              ///< stores the index into the tune
+  bool (*accepts)(int index);                                   ///< tells the user why when it is false
 };
 
 /// One list, check box or group of option buttons that stands for bits of the tune. A further control of this
@@ -36,6 +36,7 @@ struct Choice_Row {
   void (*afterwards)() = nullptr;  ///< runs once the field is stored
   bool captures = false;           ///< the choice can be undone
   std::string_view tip = {};       ///< tool tip
+  map::Field more_bits = {};       ///< what the index is stored in besides field; no bits as a rule
 
   [[nodiscard]] constexpr std::string_view Name() const { return controls[0]; }
 };
@@ -54,11 +55,11 @@ struct Choice_Row {
 /// Number of indexes of a row.
 [[nodiscard]] int Choice_Count(const Choice_Row& row);
 
-/// Index that the control shows for the tune: list index, tick as 0 or 1, or option.
-[[nodiscard]] int Choice_Index(const Choice_Row& row);
+/// Index that the control shows for a tune: list index, tick as 0 or 1, or option.
+[[nodiscard]] int Choice_Index(const Choice_Row& row, const Byte_Image& image = CardByte);
 
-/// Text of the list or option that the tune selects.
-[[nodiscard]] std::string_view Choice_Text(const Choice_Row& row);
+/// Text of the list or option that a tune selects.
+[[nodiscard]] std::string_view Choice_Text(const Choice_Row& row, const Byte_Image& image = CardByte);
 
 /// The user has chosen @p index: refusals, history, the field, what follows, and the controls of the same
 /// byte shown again from the tune, so that a refused choice goes back. While Undo_Busy is set, and where the

@@ -67,6 +67,11 @@ constexpr Choice_Row Undoable(Choice_Row row) {
   return row;
 }
 
+constexpr Choice_Row Spread(Choice_Row row, map::Field more_bits) {
+  row.more_bits = more_bits;
+  return row;
+}
+
 /// In the order in which the views are filled: a sensor's list before what is shown through it.
 constexpr std::array rows{
     Undoable(List("an2_combo", "Analog 2 mode", an2_modes, map::an2_mode, choice::Update_Meaning)),
@@ -95,8 +100,9 @@ constexpr std::array rows{
          choice::Update_Ignition, choice::two_modes),
     List("igtable_mode_combo", "Degres or [%] in Ignition tables", table_units, map::ignition_load_in_percent,
          choice::Update_Ignition, choice::table_units),
-    Undoable(Options({"Ext_stock", "Sync_stock", "PWM_nostock"}, "Boost fuel enrichment method", fuel_methods,
-                     map::fuel_not_extended, choice::Update_Meaning, choice::fuel_mode)),
+    Undoable(Spread(Options({"Ext_stock", "Sync_stock", "PWM_nostock"}, "Boost fuel enrichment method",
+                            fuel_methods, map::fuel_not_extended, choice::Update_Meaning, choice::fuel_mode),
+                    map::fuel_by_pwm)),
     // The bit of the first is the resolution of the fuel RPM table as well, and the second clears it.
     Check("max_ret", "Enable max ignition retard.", map::max_retard_enable, Update_Tabs),
     Check("AR_Enable", "Also retard on AE", map::retard_on_ae, Update_Tabs, choice::never_clears),
@@ -110,7 +116,8 @@ constexpr std::array rows{
     Undoable(List("fuel_neg_combo", "minus", subtracted, map::fuel_load_second, Update_Tabs)),
     Undoable(List("fuel_pos_combo", "Base fuel load on:", inputs, map::fuel_load_input, Update_Tabs)),
     List("pwm_combo", "Base PWM load on:", inputs, map::pwm_load_input, Update_Tabs),
-    List("io_combo", "KX Digital I/O mode", io_modes, map::io_mode, Update_Tabs, choice::io_mode),
+    Spread(List("io_combo", "KX Digital I/O mode", io_modes, map::io_mode, Update_Tabs, choice::io_mode),
+           map::io_mode_4),
     List("boost_combo", "Boost sensor", inputs, map::boost_input, choice::Update_Meaning),
     Undoable(Options({"Ind_Trim_Option(0)", "Ind_Trim_Option(1)"}, "Injector trim", trims,
                      map::individual_trim, Update_All, choice::trim)),

@@ -17,15 +17,17 @@ constexpr int fuel_pwm = 2;
 
 bool Any(int) { return true; }
 
-int Read_Field(const Choice_Row& row) { return Get_Field(row.field); }
+int Read_Field(const Choice_Row& row, const Byte_Image& image) { return Field_Of(image, row.field); }
 
 void Write_Field(const Choice_Row& row, int index) { Set_Field(row.field, index); }
 
-int Read_Inverted(const Choice_Row& row) { return 1 - Get_Field(row.field); }
+int Read_Inverted(const Choice_Row& row, const Byte_Image& image) { return 1 - Field_Of(image, row.field); }
 
 void Write_Inverted(const Choice_Row& row, int index) { Set_Field(row.field, 1 - index); }
 
-int Read_At_Most_One(const Choice_Row& row) { return std::min(Get_Field(row.field), 1); }
+int Read_At_Most_One(const Choice_Row& row, const Byte_Image& image) {
+  return std::min(Field_Of(image, row.field), 1);
+}
 
 void Write_Never_Clearing(const Choice_Row& row, int index) {
   const bool was_set = Get_Field(row.field) == 1;
@@ -38,9 +40,9 @@ void Write_By_Mirror(const Choice_Row& row, int index) {
   CardByte[map::flags_c] = CardByte[map::mirror];
 }
 
-int Read_Fuel_Mode(const Choice_Row&) {
-  if (Get_Field(map::fuel_by_pwm) == 1) return fuel_pwm;
-  return Get_Field(map::fuel_not_extended) == 1 ? fuel_synchronised : 0;
+int Read_Fuel_Mode(const Choice_Row&, const Byte_Image& image) {
+  if (Field_Of(image, map::fuel_by_pwm) == 1) return fuel_pwm;
+  return Field_Of(image, map::fuel_not_extended) == 1 ? fuel_synchronised : 0;
 }
 
 void Write_Fuel_Mode(const Choice_Row&, int index) {
@@ -48,8 +50,8 @@ void Write_Fuel_Mode(const Choice_Row&, int index) {
   Set_Field(map::fuel_by_pwm, index == fuel_pwm ? 1 : 0);
 }
 
-int Read_Io_Mode(const Choice_Row& row) {
-  return Get_Field(map::io_mode_4) == 1 ? io_pwm_on_ignb : Get_Field(row.field);
+int Read_Io_Mode(const Choice_Row& row, const Byte_Image& image) {
+  return Field_Of(image, map::io_mode_4) == 1 ? io_pwm_on_ignb : Field_Of(image, row.field);
 }
 
 void Write_Io_Mode(const Choice_Row& row, int index) {

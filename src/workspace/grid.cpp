@@ -39,6 +39,17 @@ void Grid::Set_Row_Texts(int row, std::vector<std::string> texts) {
   }
 }
 
+void Grid::Set_Mark(int row, std::string tip) {
+  const auto at = static_cast<std::size_t>(row);
+  if (marks_.size() <= at) marks_.resize(at + 1);
+  marks_[at] = std::move(tip);
+}
+
+const std::string& Grid::Mark(int row) const {
+  static const std::string none;
+  return row < 0 || row >= static_cast<int>(marks_.size()) ? none : marks_[static_cast<std::size_t>(row)];
+}
+
 void Grid::Select(int row, int row_sel) {
   row_ = Inside(row);
   row_sel_ = Inside(row_sel);

@@ -30,6 +30,12 @@ class Grid {
   /// Puts @p texts into @p row from column 0 on.
   void Set_Row_Texts(int row, std::vector<std::string> texts);
 
+  /// What is to be said about a row's value, which the grid then marks; empty for nothing. A row outside the
+  /// grid has none.
+  void Set_Mark(int row, std::string tip);
+  [[nodiscard]] const std::string& Mark(int row) const;
+  void Clear_Marks() { marks_.clear(); }
+
   [[nodiscard]] int Row() const { return row_; }          ///< current row, 1 up
   [[nodiscard]] int Row_Sel() const { return row_sel_; }  ///< end of the selection, 1 up
   [[nodiscard]] int Top_Row() const { return top_row_; }  ///< first visible row, 1 up
@@ -46,6 +52,7 @@ class Grid {
   [[nodiscard]] int Inside(int row) const;
 
   std::vector<std::vector<std::string>> rows_;
+  std::vector<std::string> marks_;  ///< by row; shorter than rows_ when the rest has none
   int columns_ = 0;
   int row_ = 1;
   int row_sel_ = 1;

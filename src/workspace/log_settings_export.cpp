@@ -10,6 +10,7 @@
 #include "settings/image.h"
 #include "settings/message.h"
 #include "settings/presets.h"
+#include "settings/reference_tune.h"
 #include "settings/refresh.h"
 #include "settings/text_encoding.h"
 
@@ -38,6 +39,7 @@ void cmd_Export_Log_kxs_settings_Click() {
   if (!Accept_Dataset((*image)[map::dataset])) return;
   Capture_History();
   Replace_Tune(*image, "Box settings of the log " + Log_File_Name);
+  Note_Opened_Tune();
   Refresh_Whole_Image();
 }
 

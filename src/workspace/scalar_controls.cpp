@@ -6,6 +6,7 @@
 #include "settings/image.h"
 #include "settings/numbers.h"
 #include "settings/refresh.h"
+#include "workspace/compare.h"
 #include "workspace/view_hooks.h"
 
 namespace kx {
@@ -39,12 +40,13 @@ std::span<const Scalar_Text_Row> Texts_Of(const Scalar_Row& row) {
   return {row.texts.begin(), unused};
 }
 
-int Scalar_Position(const Scalar_Row& row) {
-  return std::min(static_cast<int>(Round_Whole(CardByte[row.byte] / row.counts_a_step)), row.max);
+int Scalar_Position(const Scalar_Row& row, const Byte_Image& image) {
+  return std::min(static_cast<int>(Round_Whole(image[row.byte] / row.counts_a_step)), row.max);
 }
 
-std::string Scalar_Text(const Scalar_Row& row, const Scalar_Text_Row& text, int position) {
-  return text.text(row.byte, position);
+std::string Scalar_Text(const Scalar_Row& row, const Scalar_Text_Row& text, int position,
+                        const Byte_Image& image) {
+  return text.text(row.byte, position, image);
 }
 
 std::string Scalar_Summary(const Scalar_Row& row) {
@@ -57,6 +59,7 @@ void Scalar_Changed(const Scalar_Row& row, int position) {
     Capture_Once_A_Gesture(row);
     CardByte[row.byte] = To_Byte(position * row.counts_a_step);
     if (row.afterwards) row.afterwards();
+    Follow_Differences();
   }
   if (view_hooks.show_scalar) view_hooks.show_scalar(row);
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "settings/image.h"
+
 namespace kx {
 
 constexpr double rpm_a_count = 62.5;  ///< of the RPM limits
@@ -12,7 +14,7 @@ constexpr double rpm_a_count = 62.5;  ///< of the RPM limits
 /// One read-only text beside a slider.
 struct Scalar_Text_Row {
   std::string_view control;  ///< name of the text control; empty in an unused row
-  std::string (*text)(int byte, int position) = nullptr;
+  std::string (*text)(int byte, int position, const Byte_Image& image) = nullptr;  ///< flags from image
 };
 
 /// One slider: everything that there is to know about it. A further control of this kind is a further row.
@@ -40,11 +42,12 @@ struct Scalar_Row {
 /// The texts of a row that are in use.
 [[nodiscard]] std::span<const Scalar_Text_Row> Texts_Of(const Scalar_Row& row);
 
-/// Position that the slider has for the tune's byte.
-[[nodiscard]] int Scalar_Position(const Scalar_Row& row);
+/// Position that the slider has for a tune's byte.
+[[nodiscard]] int Scalar_Position(const Scalar_Row& row, const Byte_Image& image = CardByte);
 
-/// What a text control beside the slider says with the slider at @p position.
-[[nodiscard]] std::string Scalar_Text(const Scalar_Row& row, const Scalar_Text_Row& text, int position);
+/// What a text control beside the slider says with the slider at @p position, under the flags of @p image.
+[[nodiscard]] std::string Scalar_Text(const Scalar_Row& row, const Scalar_Text_Row& text, int position,
+                                      const Byte_Image& image = CardByte);
 
 /// The first text for the tune's byte, as the setting summary prints it: with its unit.
 [[nodiscard]] std::string Scalar_Summary(const Scalar_Row& row);

@@ -12,25 +12,29 @@ namespace {
 constexpr double volts_full_scale = 5;
 constexpr double most_fuel_ms = 5.76;  ///< fuel that the full enrichment gain adds
 
-std::string Volts(int, int position) { return Format(position * volts_full_scale / 255, "0.00"); }
+std::string Volts(int, int position, const Byte_Image&) {
+  return Format(position * volts_full_scale / 255, "0.00");
+}
 
-std::string Volts_With_Unit(int byte, int position) { return Volts(byte, position) + " V"; }
+std::string Volts_With_Unit(int byte, int position, const Byte_Image& image) {
+  return Volts(byte, position, image) + " V";
+}
 
-std::string Rpm(int, int position) { return Number_Text(position * rpm_a_count); }
+std::string Rpm(int, int position, const Byte_Image&) { return Number_Text(position * rpm_a_count); }
 
-std::string Plain(int, int position) { return Number_Text(position); }
+std::string Plain(int, int position, const Byte_Image&) { return Number_Text(position); }
 
-std::string Tenths(int, int position) { return Number_Text(position / 10.0); }
+std::string Tenths(int, int position, const Byte_Image&) { return Number_Text(position / 10.0); }
 
-std::string Pulse_Milliseconds(int, int position) { return Format(position * 0.1, "0.0"); }
+std::string Pulse_Milliseconds(int, int position, const Byte_Image&) { return Format(position * 0.1, "0.0"); }
 
 /// By the three tables that hold how a byte of the slider array is shown.
-std::string By_Byte_Def(int byte, int position) {
+std::string By_Byte_Def(int byte, int position, const Byte_Image&) {
   const auto index = static_cast<std::size_t>(byte);
   return Format((position - Byte_Offset[index]) * Byte_Factor[index], Byte_Format[index]);
 }
 
-std::string Boost_Percent(int, int position) {
+std::string Boost_Percent(int, int position, const Byte_Image&) {
   return Number_Text(Round_To(position / 255.0 * 200, 1)) + "%";
 }
 
@@ -40,39 +44,51 @@ std::string Sensor_Value(int sensor, int position, std::string_view mask) {
 }
 
 /// A temperature limit is shown by the air temperature sensor; only the format is the byte's own.
-std::string Air_Temperature(int byte, int position) {
-  return Sensor_Value(Air_Temperature_Sensor(), position, Byte_Format[static_cast<std::size_t>(byte)]);
+std::string Air_Temperature(int byte, int position, const Byte_Image& image) {
+  return Sensor_Value(Air_Temperature_Sensor(image), position, Byte_Format[static_cast<std::size_t>(byte)]);
 }
 
-std::string Air_Temperature_Unit(int, int) { return Sensor_Unit(Air_Temperature_Sensor()); }
+std::string Air_Temperature_Unit(int, int, const Byte_Image& image) {
+  return Sensor_Unit(Air_Temperature_Sensor(image));
+}
 
-std::string Boost_Level(int, int position) { return Sensor_Value(Boost_Sensor(), position, "0.00"); }
+std::string Boost_Level(int, int position, const Byte_Image& image) {
+  return Sensor_Value(Boost_Sensor(image), position, "0.00");
+}
 
-std::string Boost_Unit(int, int) { return Sensor_Unit(Boost_Sensor()); }
+std::string Boost_Unit(int, int, const Byte_Image& image) { return Sensor_Unit(Boost_Sensor(image)); }
 
-std::string Ae_Percent(int, int position) { return Format(position / 2.55, "0.0") + " %"; }
+std::string Ae_Percent(int, int position, const Byte_Image&) { return Format(position / 2.55, "0.0") + " %"; }
 
-std::string Ae_Threshold(int, int position) {
-  const int sensor = Sensor_On_Input(Get_Field(map::ae_input) + 1);
+std::string Ae_Threshold(int, int position, const Byte_Image& image) {
+  const int sensor = Sensor_On_Input(Field_Of(image, map::ae_input) + 1);
   const std::string value = Sensor_Value(sensor, position, "0.0");
   return value.empty() ? value : value + " " + Sensor_Unit(sensor) + "/samp";
 }
 
-std::string Ae_Fuel(int, int position) {
+std::string Ae_Fuel(int, int position, const Byte_Image&) {
   return Format(position / 2.55 * most_fuel_ms / 100, "0.00") + " ms";
 }
 
-std::string Ae_Sustain_Percent(int, int position) { return Format(position / 2.56, "0.0") + " %"; }
+std::string Ae_Sustain_Percent(int, int position, const Byte_Image&) {
+  return Format(position / 2.56, "0.0") + " %";
+}
 
 std::string Ae_Time(int gain, int sustain) { return Format(Max_Ae_Time(gain, sustain), "0.00") + " s"; }
 
-std::string Ae_Time_By_Gain(int, int position) { return Ae_Time(position, CardByte[map::ae_sustain]); }
+std::string Ae_Time_By_Gain(int, int position, const Byte_Image& image) {
+  return Ae_Time(position, image[map::ae_sustain]);
+}
 
-std::string Ae_Time_By_Sustain(int, int position) { return Ae_Time(CardByte[map::ae_gain], position); }
+std::string Ae_Time_By_Sustain(int, int position, const Byte_Image& image) {
+  return Ae_Time(image[map::ae_gain], position);
+}
 
 using Texts = std::array<Scalar_Text_Row, 3>;
 
-constexpr Texts One(std::string_view control, std::string (*text)(int, int)) { return {{{control, text}}}; }
+constexpr Texts One(std::string_view control, std::string (*text)(int, int, const Byte_Image&)) {
+  return {{{control, text}}};
+}
 
 /// An element of the slider array that the tables of Set_Byte_Def describe.
 constexpr Scalar_Row Element(std::string_view name, std::string_view text, int byte, int large_step,

@@ -19,12 +19,14 @@
 #include "settings/message.h"
 #include "settings/notice.h"
 #include "settings/presets.h"
+#include "settings/reference_tune.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
 #include "settings/text_encoding.h"
 #include "settings/tune_being_edited.h"
 #include "workspace/analog2.h"
 #include "workspace/box_settings.h"
+#include "workspace/compare.h"
 #include "workspace/curve_drag.h"
 #include "workspace/map_data.h"
 #include "workspace/sensor_editor.h"
@@ -69,6 +71,8 @@ void Reset_State() {
   Reset_History();
   Reset_Analog2_State();
   Reset_Box_Settings();
+  Reset_Reference_State();
+  Reset_Compare_State();
   Reset_Setting_Summary();
   Reset_Summary_Commands();
   Reset_Log_State();
@@ -93,6 +97,7 @@ void Load_Event() {
   Init_ini_file();
   Init_Default_Settings(build::start_mode);
   Refresh_Whole_Image();
+  Note_Opened_Tune();
   Show_Right_Tabs();
   Start_Keeping_Tunes();
   Note_Tune_On_File();

@@ -26,6 +26,7 @@ struct Value_Range {
   [[nodiscard]] constexpr double Clipped(double value) const {
     return value < min ? min : value > max ? max : value;
   }
+  bool operator==(const Value_Range&) const = default;
 };
 
 /// How a byte reads: shown = (raw - before) x numerator / denominator + after.
@@ -48,6 +49,7 @@ struct Value_Form {
   [[nodiscard]] constexpr double Raw(double shown) const {
     return (shown - after) * denominator / numerator + before;
   }
+  bool operator==(const Value_Form&) const = default;
 };
 
 /// How the operations of the table panel and typing work on a byte. They differ in what a step is, and in
@@ -72,6 +74,7 @@ struct Table_Meaning {
   Value_Range set;         ///< what "Set value" takes
   bool by_sensor = false;  ///< the byte is half of a sensor's 10-bit input
   int sensor = -1;         ///< number of that sensor; -1 and 0 are none
+  bool operator==(const Table_Meaning&) const = default;
 };
 
 /// The meanings that there are. Which of them holds is decided by Meaning_Of.

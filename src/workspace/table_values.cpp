@@ -20,7 +20,9 @@ std::string Input_Volts(int row, int full_scale) {
 }
 
 /// Row of the load axes for the input that a load table is based on.
-int Axis_Row(Table table) { return Sensor_On_Input(Get_Field(Row_Of(table).load_input.value()) + 1); }
+int Axis_Row(Table table, const Byte_Image& image) {
+  return Sensor_On_Input(Field_Of(image, Row_Of(table).load_input.value()) + 1);
+}
 
 }  // namespace
 
@@ -28,15 +30,15 @@ std::string Shown_Text_Of(Table table, std::uint8_t raw) { return Shown_Text_Of(
 
 std::string Value_Heading(Table table) { return Unit_Of(Meaning_Of(table)); }
 
-std::vector<std::string> Axis_Headings(Table table) {
+std::vector<std::string> Axis_Headings(Table table, const Byte_Image& image) {
   switch (Row_Of(table).axis) {
     case Axis::load:
-      return {"Volt", Load_Axis_Unit(Axis_Row(table))};
+      return {"Volt", Load_Axis_Unit(Axis_Row(table, image))};
     case Axis::rpm:
     case Axis::fuel_rpm:
       return {"RPM"};
     case Axis::rpm_or_volts:
-      return {Analog2_Is_Curve() ? "in [V]" : "RPM"};
+      return {Analog2_Is_Curve(image) ? "in [V]" : "RPM"};
     case Axis::rpm_times_map:
       return {"RPM*MAP"};
   }
@@ -54,17 +56,17 @@ Axis_Points Axis_Of(Table table, const std::vector<int>& rows) {
   return axis;
 }
 
-std::vector<std::string> Axis_Texts(Table table, int row) {
+std::vector<std::string> Axis_Texts(Table table, int row, const Byte_Image& image) {
   const auto rpm = [row](double step) { return Format((row - 1) * step, "000"); };
   switch (Row_Of(table).axis) {
     case Axis::load:
-      return {Input_Volts(row, 256), Load_Axis_Text(Axis_Row(table), row)};
+      return {Input_Volts(row, 256), Load_Axis_Text(Axis_Row(table, image), row)};
     case Axis::rpm:
       return {rpm(rpm_step)};
     case Axis::fuel_rpm:
-      return {rpm(Res500() ? rpm_step : fine_rpm_step)};
+      return {rpm(Res500(image) ? rpm_step : fine_rpm_step)};
     case Axis::rpm_or_volts:
-      return {Analog2_Is_Curve() ? Input_Volts(row, 128) : rpm(rpm_step)};
+      return {Analog2_Is_Curve(image) ? Input_Volts(row, 128) : rpm(rpm_step)};
     case Axis::rpm_times_map:
       return {Number_Text(MAF_Sim_Tab[static_cast<std::size_t>(row - 1)][0])};
   }

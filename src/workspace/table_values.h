@@ -18,8 +18,9 @@ namespace kx {
 /// Where the entries of @p rows stand on their axis, in its unit.
 [[nodiscard]] Axis_Points Axis_Of(Table table, const std::vector<int>& rows);
 
-/// Heading and text of the axis columns of a table; a load grid has two, the voltage and the sensor's value.
-[[nodiscard]] std::vector<std::string> Axis_Headings(Table table);
-[[nodiscard]] std::vector<std::string> Axis_Texts(Table table, int row);
+/// Heading and text of the axis columns of a table under the flags of @p image; a load grid has two, the
+/// voltage and the sensor's value.
+[[nodiscard]] std::vector<std::string> Axis_Headings(Table table, const Byte_Image& image = CardByte);
+[[nodiscard]] std::vector<std::string> Axis_Texts(Table table, int row, const Byte_Image& image = CardByte);
 
 }  // namespace kx

@@ -45,6 +45,21 @@ int An2Points(const Byte_Image& image) {
 
 int Entries_Of(Table table, const Byte_Image& image) { return Row_Of(table).entries(image); }
 
+bool In_Use(Table table, const Byte_Image& image) {
+  switch (table) {
+    case Table::analog1:
+      return !Maf_Simulation_On(image);
+    case Table::analog2:
+      return Res500(image) && Field_Of(image, map::an2_mode) != an2_mode::boost_activated;
+    case Table::maf_output:
+      return Maf_Simulation_On(image);
+    case Table::maf_limit:
+      return Maf_Limit_Active(image);
+    default:
+      return true;
+  }
+}
+
 int Edited_Byte(Table table, int row) { return Row_Of(table).first_byte + row - 1; }
 
 int Shown_Byte(Table table, int row) { return Edited_Byte(table, std::max(row, Row_Of(table).first_row)); }

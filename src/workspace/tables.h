@@ -201,6 +201,10 @@ inline constexpr std::array table_rows{
 /// Byte that an edit of a grid row changes.
 [[nodiscard]] int Edited_Byte(Table table, int row);
 
+/// The table's bytes mean what it shows: tables that lie over each other are never in use together. The model
+/// preset may hide a table all the same.
+[[nodiscard]] bool In_Use(Table table, const Byte_Image& image = CardByte);
+
 /// The chart that stands beside the grid now: Analog 2 has one for each of its two meanings.
 [[nodiscard]] Chart_Id Chart_Beside(Table table);
 

@@ -41,7 +41,9 @@ void Lay_Out(Temperature_Chart& chart, double low, double high) {
 
 }  // namespace
 
-int Air_Temperature_Sensor() { return Sensor_On_Input(Get_Field(map::air_temperature_input) + 1); }
+int Air_Temperature_Sensor(const Byte_Image& image) {
+  return Sensor_On_Input(Field_Of(image, map::air_temperature_input) + 1);
+}
 
 void Update_Temp_Chart() {
   Coolant_Chart = {};

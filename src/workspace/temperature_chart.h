@@ -3,6 +3,8 @@
 #include <array>
 #include <string>
 
+#include "settings/image.h"
+
 namespace kx {
 
 /// What Coolant_Chart shows: fuel correction over intake air temperature, level up to the low limit, straight
@@ -29,7 +31,7 @@ struct Temperature_Chart {
 extern Temperature_Chart Coolant_Chart;
 
 /// Number of the sensor on the intake air temperature input; 0 or -1 is none.
-[[nodiscard]] int Air_Temperature_Sensor();
+[[nodiscard]] int Air_Temperature_Sensor(const Byte_Image& image = CardByte);
 
 /// Computes Coolant_Chart from the tune and has it shown.
 void Update_Temp_Chart();

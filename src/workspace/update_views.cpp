@@ -9,6 +9,7 @@
 #include "workspace/analog2.h"
 #include "workspace/box_settings.h"
 #include "workspace/cell_editing.h"
+#include "workspace/compare.h"
 #include "workspace/curve_generator.h"
 #include "workspace/table_limits.h"
 #include "workspace/table_meaning.h"
@@ -128,6 +129,7 @@ void Fill_All() {
   Fill_Analog2_Table();
   Fill_Curve_Boxes();
   Update_Temp_Chart();
+  Reckon_Differences();
   if (view_hooks.show_values) view_hooks.show_values();
   if (preset_changed_bytes) Lay_Out_All();  // a byte may have changed what the tables mean
   Fresh_Cell = true;                        // what was being typed has been replaced by the tune's value
@@ -151,6 +153,7 @@ void Keep_Table_Tools_In_Step() {
 }  // namespace
 
 void Show_Table(Table table) {
+  Follow_Differences();
   if (view_hooks.show_table) view_hooks.show_table(table);
 }
 
@@ -164,6 +167,7 @@ void Install_Refresh_Hooks() {
   refresh_hooks.update_all = Fill_All;
   refresh_hooks.update_tabs = Lay_Out_All;
   refresh_hooks.show_right_tabs = Keep_Table_Tools_In_Step;
+  refresh_hooks.show_reference = Follow_Differences;
 }
 
 void Shown_Tab_Changed() {

@@ -48,6 +48,7 @@ struct View_Hooks {
   std::function<void(Table)> show_table;  ///< one grid and its chart after a key or a moved cursor
   std::function<void(const Scalar_Row&)> show_scalar;  ///< one slider and its texts, from the tune
   std::function<void(const Choice_Row&)> show_choice;  ///< one list, check box or group of options, likewise
+  std::function<void()> show_differences;              ///< values and all marks, after another comparison
   std::function<void()> show_temp_chart;               ///< Coolant_Chart and the labels of its limits
 };
 extern View_Hooks view_hooks;

@@ -19,11 +19,11 @@ constexpr int maf_limit_tab = 3;
 }  // namespace
 
 Analog_Panel::Analog_Panel(Control_Index& index, QWidget* parent) : Tables_Panel("SSTab_Analog", parent) {
-  an1_help_ = Add_Page("Analog1 out", Table::analog1, {Chart_Id::an1_out_chart})->Add_Help("Label_AN1");
+  an1_help_ = Add_Page(Table::analog1, {Chart_Id::an1_out_chart})->Add_Help("Label_AN1");
   Make_Analog2(index);
-  Add_Page("MAF-Sim", Table::maf_output, {Chart_Id::MAFSim_chart})
+  Add_Page(Table::maf_output, {Chart_Id::MAFSim_chart})
       ->Add_Help("Label_MAFSim", "Enter the desired MAF-signal for each RPM*MAP");
-  Add_Page("MAF-Sim limit", Table::maf_limit, {Chart_Id::MAFSim_limit_chart})
+  Add_Page(Table::maf_limit, {Chart_Id::MAFSim_limit_chart})
       ->Add_Help("Label_MAFSim_limit", "Row 1 shows the byte of row 2 and cannot be edited.");
 }
 
@@ -41,7 +41,7 @@ void Analog_Panel::Make_Analog2(Control_Index& index) {
   activation_frame_ = new Control_Group("an2_activation_frame", "Boost sensor activated output", index);
   activation_frame_->Scalar("Boost_activ_level_AN2_scroll");
   activation_frame_->Scalar("AN2_level_scroll");
-  an2_page_ = Add_Page("Analog2 out", Table::analog2, {Chart_Id::an2_out_limchart, Chart_Id::an2_out_chart},
+  an2_page_ = Add_Page(Table::analog2, {Chart_Id::an2_out_limchart, Chart_Id::an2_out_chart},
                        [this, mode](Table_Page* page) {
                          auto* inside = new QWidget;
                          auto* framed = new QVBoxLayout(inside);
@@ -59,10 +59,10 @@ void Analog_Panel::Make_Analog2(Control_Index& index) {
                        });
   an2_page_->Add_Above(limit_frame_);
   an2_page_->Add_Above(function_frame_);
-  an2_page_->Add_Below(Make_Generator());
+  an2_page_->Add_Below(Make_Generator(index));
 }
 
-QWidget* Analog_Panel::Make_Generator() {
+QWidget* Analog_Panel::Make_Generator(Control_Index& index) {
   auto* frame = new QGroupBox("Curve generator");
   frame->setObjectName("Curve_Generator_Frame");
   auto* run = new QPushButton("Ge&nerate");
@@ -74,9 +74,15 @@ QWidget* Analog_Panel::Make_Generator() {
   // "Gain         Offset": each word over its box.
   layout->addWidget(new QLabel("Gain"), 0, 0);
   layout->addWidget(new QLabel("Offset"), 0, 1);
-  layout->addWidget(Typed_Number("an_gain", an_gain, "Gain of the generated curve: 0 to 255 %"), 1, 0);
-  layout->addWidget(Typed_Number("an_offset", an_offset, "Offset of the generated curve: -2.51 to 2.49 V"), 1,
-                    1);
+  QWidget* gain = Typed_Number("an_gain", an_gain, "Gain of the generated curve: 0 to 255 %");
+  QWidget* offset = Typed_Number("an_offset", an_offset, "Offset of the generated curve: -2.51 to 2.49 V");
+  layout->addWidget(gain, 1, 0);
+  layout->addWidget(offset, 1, 1);
+  for (QWidget* box : {gain, offset}) {
+    index.Add_Other([box, name = box->objectName().toStdString(), tip = box->toolTip()] {
+      Show_Tips(name, *box, tip, {box});
+    });
+  }
   layout->addWidget(run, 1, 2);
   return frame;
 }

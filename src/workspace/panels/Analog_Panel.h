@@ -15,7 +15,7 @@ class Analog_Panel : public Tables_Panel {
 
  private:
   void Make_Analog2(Control_Index& index);
-  QWidget* Make_Generator();
+  QWidget* Make_Generator(Control_Index& index);
 
   QLabel* an1_help_;
   Table_Page* an2_page_;

@@ -11,8 +11,10 @@
 #include <QSlider>
 #include <QVBoxLayout>
 
+#include "widgets/difference_mark.h"
 #include "widgets/form_helpers.h"
 #include "widgets/wheel_guard.h"
+#include "workspace/compare.h"
 #include "workspace/control_tips.h"
 
 namespace kx {
@@ -62,7 +64,6 @@ void Show_Scalar(const Scalar_Row& row, QSlider* slider, Control_Index& index) {
   const QSignalBlocker quiet(slider);
   const int position = Scalar_Position(row);
   slider->setValue(position);
-  slider->setToolTip(Text(Tip_Of(row)));
   for (const Scalar_Text_Row& text : Texts_Of(row)) {
     Set_Control_Text(index.Text_Control(text.control), Scalar_Text(row, text, position));
   }
@@ -89,6 +90,14 @@ void Control_Index::Show(const Choice_Row& row) const {
 void Control_Index::Show_All() const {
   for (const Choice_Row& row : Choice_Rows()) Show(row);
   for (const Scalar_Row& row : Scalar_Rows()) Show(row);
+  for (const auto& show : others_) show();
+}
+
+void Show_Tips(std::string_view control, QWidget& anchor, const QString& tip,
+               std::initializer_list<QWidget*> widgets) {
+  const QString difference = Text(Difference_Tip(control));
+  Mark_Difference(anchor, Text(control), difference);
+  for (QWidget* widget : widgets) widget->setToolTip(Tip_With_Difference(difference, tip));
 }
 
 QWidget* Control_Index::Text_Control(std::string_view name) {
@@ -125,30 +134,34 @@ void Control_Group::Scalar(std::string_view name, std::size_t texts) {
   if (!row.unit.empty()) layout_->addWidget(new QLabel(Text(row.unit)), line, column);
   index_.Add(row, [this, &row, slider, label] {
     Show_Scalar(row, slider, index_);
-    label->setToolTip(slider->toolTip());
+    Show_Tips(row.name, *label, Text(Tip_Of(row)), {slider, label});
   });
 }
 
-QWidget* Control_Group::Make_List(const Choice_Row& row) {
+QWidget* Control_Group::Make_List(const Choice_Row& row, QLabel* label) {
   auto* list = new QComboBox;
   list->setObjectName(Text(row.Name()));
   for (const std::string_view item : row.items) list->addItem(Text(item));
-  list->setToolTip(Text(Tip_Of(row)));
   list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   Guard_Wheel(list);
   connect(list, &QComboBox::activated, list,
           [&row](int entry) { Guarded([&] { Choice_Changed(row, entry); }); });
-  index_.Add(row, [list, &row] { list->setCurrentIndex(Choice_Index(row)); });
+  index_.Add(row, [list, label, &row] {
+    list->setCurrentIndex(Choice_Index(row));
+    Show_Tips(row.Name(), *label, Text(Tip_Of(row)), {list, label});
+  });
   return list;
 }
 
 QWidget* Control_Group::Make_Check(const Choice_Row& row) {
   auto* check = new QCheckBox(Text(row.label));
   check->setObjectName(Text(row.Name()));
-  check->setToolTip(Text(Tip_Of(row)));
   connect(check, &QCheckBox::clicked, check,
           [&row](bool ticked) { Guarded([&] { Choice_Changed(row, ticked ? 1 : 0); }); });
-  index_.Add(row, [check, &row] { check->setChecked(Choice_Index(row) == 1); });
+  index_.Add(row, [check, &row] {
+    check->setChecked(Choice_Index(row) == 1);
+    Show_Tips(row.Name(), *check, Text(Tip_Of(row)), {check});
+  });
   return check;
 }
 
@@ -161,14 +174,16 @@ QWidget* Control_Group::Make_Options(const Choice_Row& row) {
     const auto at = static_cast<std::size_t>(i);
     auto* option = new QRadioButton(Text(row.items[at]));
     option->setObjectName(Text(row.controls[at]));
-    option->setToolTip(Text(Tip_Of(row)));
     group->addButton(option, i);
     lines->addWidget(option);
   }
   connect(group, &QButtonGroup::idClicked, options,
           [&row](int id) { Guarded([&] { Choice_Changed(row, id); }); });
-  index_.Add(row, [group, &row] {
+  index_.Add(row, [group, options, &row] {
     if (QAbstractButton* shown = group->button(Choice_Index(row))) shown->setChecked(true);
+    for (QAbstractButton* option : group->buttons()) {
+      Show_Tips(row.Name(), *options, Text(Tip_Of(row)), {option});
+    }
   });
   return options;
 }
@@ -181,7 +196,7 @@ void Control_Group::Choice(std::string_view name) {
   auto* label = new QLabel(Text(row.label));
   label->setObjectName(Text(Label_Name(row.Name())));
   layout_->addWidget(label, line, 0);
-  layout_->addWidget(Make_List(row), line, slider_column, 1, columns - slider_column);
+  layout_->addWidget(Make_List(row, label), line, slider_column, 1, columns - slider_column);
 }
 
 void Control_Group::Wide(QWidget* widget) { layout_->addWidget(widget, layout_->rowCount(), 0, 1, columns); }

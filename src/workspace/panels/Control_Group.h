@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <functional>
 #include <map>
 #include <string_view>
@@ -19,6 +20,9 @@ class Control_Index {
   void Add(const Scalar_Row& row, std::function<void()> show);
   void Add(const Choice_Row& row, std::function<void()> show);
 
+  /// A control without a row in the tables, shown with all the others.
+  void Add_Other(std::function<void()> show) { others_.push_back(std::move(show)); }
+
   /// Shows one control again from the tune; nothing for one that no form has.
   void Show(const Scalar_Row& row) const;
   void Show(const Choice_Row& row) const;
@@ -31,8 +35,14 @@ class Control_Index {
 
  private:
   std::map<const void*, std::function<void()>> shows_;
+  std::vector<std::function<void()>> others_;
   std::map<std::string_view, QWidget*> texts_;
 };
+
+/// Gives @p widgets the tip, and where the control of that name differs from the reference the words for it
+/// in front, with a mark beside @p anchor.
+void Show_Tips(std::string_view control, QWidget& anchor, const QString& tip,
+               std::initializer_list<QWidget*> widgets);
 
 /// A frame of rows: sliders with their texts, lists, check boxes and options, straight from the control
 /// tables.
@@ -55,7 +65,7 @@ class Control_Group : public QGroupBox {
   void Help(const QString& text);
 
  private:
-  QWidget* Make_List(const Choice_Row& row);
+  QWidget* Make_List(const Choice_Row& row, QLabel* label);
   QWidget* Make_Check(const Choice_Row& row);
   QWidget* Make_Options(const Choice_Row& row);
 

@@ -69,14 +69,14 @@ Control_Group* Bare_Group(const QString& name, Control_Index& index) {
 }  // namespace
 
 Fuel_Panel::Fuel_Panel(Control_Index& index, QWidget* parent) : Tables_Panel("SSTab_Fuel", parent) {
-  Table_Page* load = Add_Page("Fuel Load", Table::fuel_load, {Chart_Id::FuelMapChart});
+  Table_Page* load = Add_Page(Table::fuel_load, {Chart_Id::FuelMapChart});
   load_base_ = new Control_Group("Fuel_Load_Base_Frame", "Base fuel load", index);
   load_base_->Choice("fuel_pos_combo");
   load_base_->Choice("fuel_neg_combo");
   load->Add_Below(load_base_);
-  Add_Page("Fuel RPM", Table::fuel_rpm, {Chart_Id::FuelRpmChart});
-  Add_Scrolled("Fuel options", Make_Options(index));
-  Add_Scrolled("IAT Fuel", Make_Air_Temperature(index));
+  Add_Page(Table::fuel_rpm, {Chart_Id::FuelRpmChart});
+  Add_Scrolled(page::fuel_options, Make_Options(index));
+  Add_Scrolled(page::air_temperature, Make_Air_Temperature(index));
 }
 
 QWidget* Fuel_Panel::Make_Options(Control_Index& index) {

@@ -7,7 +7,7 @@ namespace kx {
 
 Ignition_Panel::Ignition_Panel(Control_Index& index, QWidget* parent)
     : Tables_Panel("SSTab_Ignition", parent) {
-  Table_Page* load = Add_Page("Ignition Load", Table::ignition_load, {Chart_Id::IgMapChart});
+  Table_Page* load = Add_Page(Table::ignition_load, {Chart_Id::IgMapChart});
   load_help_ = load->Add_Help("Label41");
   auto* base = new Control_Group("Ignition_Load_Base_Frame", "Base ignition load", index);
   base->Choice("ig_pos_combo");
@@ -18,7 +18,7 @@ Ignition_Panel::Ignition_Panel(Control_Index& index, QWidget* parent)
   retard->Choice("AR_Enable");
   load->Add_Below(new Beside_Or_Below(base, retard));
 
-  Table_Page* rpm = Add_Page("Ignition RPM", Table::ignition_rpm, {Chart_Id::IgRPMChart});
+  Table_Page* rpm = Add_Page(Table::ignition_rpm, {Chart_Id::IgRPMChart});
   rpm_help_ = Named_Text("Label_IG_RPM");
   rpm_normal_ = Plain_Frame("Frame_Ignition_RPM_normal", rpm_help_);
   rpm_maf_limit_ = Plain_Frame(

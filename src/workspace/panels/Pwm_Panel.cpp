@@ -10,18 +10,18 @@
 namespace kx {
 
 Pwm_Panel::Pwm_Panel(Control_Index& index, QWidget* parent) : Tables_Panel("SSTab_PWM", parent) {
-  Table_Page* load = Add_Page("PWM Load", Table::pwm_load, {Chart_Id::PwmMapChart});
+  Table_Page* load = Add_Page(Table::pwm_load, {Chart_Id::PwmMapChart});
   load_base_ = new Control_Group("PWM_Load_Frame", "Base PWM load", index);
   load_base_->Choice("pwm_combo");
   load->Add_Below(load_base_);
-  Table_Page* rpm = Add_Page("PWM RPM", Table::pwm_rpm, {Chart_Id::PwmRpmChart});
+  Table_Page* rpm = Add_Page(Table::pwm_rpm, {Chart_Id::PwmRpmChart});
   notification_ = new QGroupBox;
   notification_->setObjectName("Frame_PWMRPM_Notification");
   notification_text_ = Named_Text("txt_PWMRPM_Notification");
   auto* layout = new QVBoxLayout(notification_);
   layout->addWidget(notification_text_);
   rpm->Add_Above(notification_);
-  Add_Scrolled("Boost control", Make_Boost_Control(index));
+  Add_Scrolled(page::boost_control, Make_Boost_Control(index));
 }
 
 QWidget* Pwm_Panel::Make_Boost_Control(Control_Index& index) {

@@ -6,17 +6,16 @@ namespace kx {
 
 Tables_Panel::Tables_Panel(const QString& name, QWidget* parent) : QTabWidget(parent) { setObjectName(name); }
 
-Table_Page* Tables_Panel::Add_Page(const QString& caption, Table table,
-                                   std::initializer_list<Chart_Id> charts,
+Table_Page* Tables_Panel::Add_Page(Table table, std::initializer_list<Chart_Id> charts,
                                    const std::function<QWidget*(Table_Page*)>& wrap) {
   auto* page = new Table_Page(table, charts);
   pages_.push_back(page);
-  addTab(new Scroll_Page(wrap ? wrap(page) : page), caption);
+  addTab(new Scroll_Page(wrap ? wrap(page) : page), Text(Caption_Of(kx::Page_Of(table))));
   return page;
 }
 
-void Tables_Panel::Add_Scrolled(const QString& caption, QWidget* page) {
-  addTab(new Scroll_Page(page), caption);
+void Tables_Panel::Add_Scrolled(Page place, QWidget* page) {
+  addTab(new Scroll_Page(page), Text(Caption_Of(place)));
 }
 
 void Tables_Panel::Show_Values() {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "widgets/form_helpers.h"
+#include "workspace/pages.h"
 #include "workspace/panels/Table_Page.h"
 
 namespace kx {
@@ -30,11 +31,11 @@ class Tables_Panel : public QTabWidget {
 
  protected:
   /// Makes a table's page; @p wrap puts it into another widget, which becomes the tab.
-  Table_Page* Add_Page(const QString& caption, Table table, std::initializer_list<Chart_Id> charts,
+  Table_Page* Add_Page(Table table, std::initializer_list<Chart_Id> charts,
                        const std::function<QWidget*(Table_Page*)>& wrap = {});
 
   /// Adds a page of controls that scrolls when it does not fit.
-  void Add_Scrolled(const QString& caption, QWidget* page);
+  void Add_Scrolled(Page place, QWidget* page);
 
  private:
   std::vector<Table_Page*> pages_;
