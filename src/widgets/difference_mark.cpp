@@ -75,7 +75,7 @@ class Margin_Mark : public QWidget {
 }  // namespace
 
 QColor Difference_Colour(const QPalette& palette) {
-  return Is_Dark(palette) ? QColor(255, 176, 64) : QColor(200, 92, 0);
+  return Is_Dark(palette) ? QColor(255, 176, 64) : QColor(184, 80, 0);
 }
 
 QColor Difference_Ground(const QPalette& palette) {
@@ -88,8 +88,9 @@ QColor Difference_Ground(const QPalette& palette) {
 }
 
 void Paint_Difference_Corner(QPainter& painter, const QRect& cell, const QPalette& palette) {
-  const int side = std::max(least_corner, cell.height() / 3);
-  painter.setPen(Qt::NoPen);
+  const int side = std::max(least_corner, cell.height() / 2);
+  // The edge parts it from the ground of a selection, which is as dark as the mark.
+  painter.setPen(palette.color(QPalette::Base));
   painter.setBrush(Difference_Colour(palette));
   const QPoint corner = cell.topLeft();
   painter.drawPolygon(QPolygon({corner, corner + QPoint(side, 0), corner + QPoint(0, side)}));

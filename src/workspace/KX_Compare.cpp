@@ -20,7 +20,7 @@
 namespace kx {
 namespace {
 
-constexpr std::array widths_in_characters{36, 18, 18, 11, 16, 24};
+constexpr std::array widths_in_characters{42, 18, 18, 12, 21, 26};
 
 bool Has_All(const Difference_Cells& cells, const QStringList& words) {
   return std::ranges::all_of(words, [&cells](const QString& word) {
@@ -89,8 +89,14 @@ QVariant Difference_Model::headerData(int section, Qt::Orientation orientation, 
 }
 
 KX_Compare::KX_Compare(QWidget* parent)
-    : QMainWindow(parent), model_(new Difference_Model(this)), list_(new QTableView), filter_(new QLineEdit) {
+    : QMainWindow(parent),
+      model_(new Difference_Model(this)),
+      list_(new QTableView),
+      filter_(new QLineEdit),
+      title_(new QLabel) {
   setObjectName("KX_Compare");
+  title_->setObjectName("compare_title");
+  title_->setWordWrap(true);
   filter_->setObjectName("difference_filter");
   filter_->setPlaceholderText("Filter: words that a row must hold");
   filter_->setToolTip("Shows only rows that hold all these words, such as: fuel ms");
@@ -99,13 +105,14 @@ KX_Compare::KX_Compare(QWidget* parent)
   Make_List();
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
+  layout->addWidget(title_);
   layout->addWidget(filter_);
   layout->addWidget(list_, 1);
   layout->addWidget(Make_Buttons());
   setCentralWidget(page);
   Make_Menus();
   Guard_Wheels_In(this);
-  resize(fontMetrics().averageCharWidth() * 120, fontMetrics().height() * 28);
+  resize(fontMetrics().averageCharWidth() * 146, fontMetrics().height() * 28);
 }
 
 void KX_Compare::Make_List() {
@@ -181,12 +188,14 @@ void KX_Compare::Follow() {
 void KX_Compare::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   Fill();
+  if (!list_->selectionModel()->hasSelection()) list_->selectRow(list_->currentIndex().row());
   list_->setFocus();
 }
 
 /// What was selected stays so as far as it still differs; so does the place in the list.
 void KX_Compare::Fill() {
   setWindowTitle(Text(Compare_Title()));
+  title_->setText(windowTitle());
   menu_->Follow();
   QSet<QString> names;
   for (const Difference& row : Selected()) names.insert(Text(row.name));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
@@ -67,6 +68,7 @@ class KX_Compare : public QMainWindow {
   Difference_Model* model_;
   QTableView* list_;
   QLineEdit* filter_;
+  QLabel* title_;
   QPushButton* take_;
   QPushButton* take_table_;
   QPushButton* go_to_;

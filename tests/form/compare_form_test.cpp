@@ -11,6 +11,8 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <algorithm>
+#include <cmath>
 
 #include "boxlink/transfer.h"
 #include "form_fixture.h"
@@ -207,6 +209,30 @@ TEST_F(Compare_Form, A_Double_Click_And_Enter_Lead_To_The_Place) {
   list = Open_List();
   Double_Click(list, 3);
   EXPECT_EQ(notice_text.Text(), "No control shows Byte 12, Unused.");
+}
+
+/// Relative luminance of a colour, 0 to 1.
+double Luminance(const QColor& colour) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+double Contrast(const QColor& one, const QColor& other) {
+  const auto [low, high] = std::minmax({Luminance(one), Luminance(other)});
+  return (high + 0.05) / (low + 0.05);
+}
+
+TEST(Difference_Mark, Text_And_Mark_Stand_Out_From_Their_Ground_In_Light_And_In_Dark) {
+  for (const QColor& base : {QColor(Qt::white), QColor(35, 35, 35), QColor(Qt::black)}) {
+    QPalette palette;
+    palette.setColor(QPalette::Base, base);
+    const QColor text = base.lightness() < 128 ? Qt::white : Qt::black;
+    EXPECT_GE(Contrast(text, Difference_Ground(palette)), 7) << base.lightness();
+    EXPECT_GE(Contrast(Difference_Colour(palette), Difference_Ground(palette)), 3) << base.lightness();
+    EXPECT_GE(Contrast(Difference_Colour(palette), base), 3) << base.lightness();
+  }
 }
 
 TEST_F(Compare_Form, The_List_Fits_A_Small_Screen_And_Closes_By_Escape) {

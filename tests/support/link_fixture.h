@@ -14,6 +14,7 @@
 #include "settings/earlier_tunes.h"
 #include "settings/image.h"
 #include "settings/ini_file_adm.h"
+#include "settings/reference_tune.h"
 #include "settings/refresh.h"
 #include "settings/session.h"
 #include "sim/line.h"
@@ -77,6 +78,7 @@ class Link_State_Fixture : public testing::Test {
     Reset_Refresh_State();
     Reset_Image_State();
     Reset_Session_State();
+    Reset_Reference_State();
     Reset_Ini_State();
     start_dir = folder_.Path() + "/";
     Ini_File_Name = "test.ini";

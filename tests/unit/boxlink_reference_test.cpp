@@ -1,6 +1,5 @@
 // What the transfers leave behind to compare with: a good one what it has read, any other one nothing new.
 #include "boxlink/box_info.h"
-#include "settings/reference_tune.h"
 #include "support/sync_engine_fixture.h"
 #include "support/timer_engine_fixture.h"
 
@@ -27,13 +26,11 @@ class Agreeing_User : public platform::Ask {
 class Reference_From_Box : public test::Link_Fixture, public testing::WithParamInterface<Buttons> {
  protected:
   Reference_From_Box() {
-    Reset_Reference_State();
     refresh_hooks.update_all = [this] { certain_when_shown_ = Box_Image_Certain(); };
     refresh_hooks.show_reference = refresh_hooks.update_all;
     for (const std::size_t i : {5U, 40U, 248U}) Box().Master[i] ^= 0x21;
     Box().Master[255] = 17;
   }
-  ~Reference_From_Box() override { Reset_Reference_State(); }
 
   void Run(void (*click)()) {
     Guarded(click);

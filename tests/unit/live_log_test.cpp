@@ -203,11 +203,13 @@ TEST_F(Live_Log_Test, Settings_Of_The_Box_Go_Into_The_Log_And_The_Tune_Comes_Bac
   CardByte[100] = 77;
   CardByte[map::dataset] = 108;
   const Byte_Image mine = CardByte;
+  Note_Opened_Tune();
   std::vector<std::string> buttons;
   live_log_hooks.show = [&] { buttons.push_back(Shown_Live_Log().button); };
   Click();
   EXPECT_THAT(buttons, Contains("Reading box settings"));
   EXPECT_EQ(CardByte[100], test::Sample_Tune()[100]);
+  EXPECT_EQ(Reference()->image, CardByte) << "the box is known now";
   const std::string kept = folder_.Read("tmp_kxs_file.kxs");
   EXPECT_THAT(kept, StartsWith(std::to_string(mine[0]) + "\r\n"));
   EXPECT_EQ(std::ranges::count(kept, '\n'), 256);
@@ -216,6 +218,7 @@ TEST_F(Live_Log_Test, Settings_Of_The_Box_Go_Into_The_Log_And_The_Tune_Comes_Bac
   CardByte[101] ^= 1;  // by the user, while the log runs
   Click();
   EXPECT_EQ(CardByte, mine);
+  EXPECT_EQ(Opened_Tune()->image, mine);
   EXPECT_THAT(notice_text.Text(), HasSubstr("What you changed while the log ran is among the earlier tunes"));
   Undo();
   EXPECT_NE(CardByte[101], mine[101]);

@@ -54,7 +54,7 @@ constexpr std::array further_buttons{
                 words::info_pressed, Com_knapp3_Click},
     Link_Button{"Com_knapp4", "Verif&y old", "Compare by the second, timer-driven way", words::info_pressed,
                 Com_knapp4_Click},
-    Link_Button{"Command3", "Co&m test", "Try to open each of the ports 1 to 40", "", Command3_Click},
+    Link_Button{"Command3", "Com test", "Try to open each of the ports 1 to 40", "", Command3_Click},
     Link_Button{"Export_Line_Log", "E&xport line log", "Save every byte sent and received to a text file", "",
                 Export_Line_Log_Click},
 };
