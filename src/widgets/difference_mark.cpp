@@ -7,7 +7,7 @@ namespace kx {
 namespace {
 
 constexpr double ground_share = 0.28;
-constexpr int least_corner = 7;  ///< pixels
+constexpr int least_corner = 9;  ///< pixels
 constexpr int mark_width = 8;
 constexpr int mark_height = 12;
 
@@ -88,7 +88,7 @@ QColor Difference_Ground(const QPalette& palette) {
 }
 
 void Paint_Difference_Corner(QPainter& painter, const QRect& cell, const QPalette& palette) {
-  const int side = std::max(least_corner, cell.height() / 2);
+  const int side = std::max(least_corner, cell.height() * 3 / 5);
   // The edge parts it from the ground of a selection, which is as dark as the mark.
   painter.setPen(palette.color(QPalette::Base));
   painter.setBrush(Difference_Colour(palette));

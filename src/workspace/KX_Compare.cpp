@@ -20,7 +20,7 @@
 namespace kx {
 namespace {
 
-constexpr std::array widths_in_characters{42, 18, 18, 12, 21, 26};
+constexpr std::array widths_in_characters{44, 22, 22, 11, 22, 18};
 
 bool Has_All(const Difference_Cells& cells, const QStringList& words) {
   return std::ranges::all_of(words, [&cells](const QString& word) {
@@ -142,12 +142,11 @@ void KX_Compare::Make_List() {
 QWidget* KX_Compare::Make_Buttons() {
   take_ = Button("take_from_reference", "&Take from reference",
                  "Brings the bytes of the selected rows from the reference into the tune; one step back");
-  On_Click(take_, [this] { Take_From_Reference(Selected()); });
+  On_Click(take_, [this] { Take([this] { Take_From_Reference(Selected()); }); });
   take_table_ = Button("take_table", "Take &whole table",
                        "The same for every entry of the table that the current row belongs to");
   On_Click(take_table_, [this] {
-    if (list_->currentIndex().isValid() && model_->At(list_->currentIndex().row()).table)
-      Take_Table_From_Reference(*model_->At(list_->currentIndex().row()).table);
+    Take([table = model_->At(list_->currentIndex().row()).table] { Take_Table_From_Reference(*table); });
   });
   go_to_ = Button("go_to_place", "&Go to", "Shows where the current row stands: Enter or a double click");
   On_Click(go_to_, [this] { Go_To_Current(); });
@@ -159,6 +158,12 @@ QWidget* KX_Compare::Make_Buttons() {
   layout->addWidget(go_to_);
   layout->addStretch(1);
   return buttons;
+}
+
+/// The keys stay with the list: a button that has nothing more to take would give them away.
+void KX_Compare::Take(const std::function<void()>& take) {
+  list_->setFocus();
+  take();
 }
 
 void KX_Compare::Make_Menus() {

@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QPushButton>
 #include <QTableView>
+#include <functional>
 #include <vector>
 
 #include "workspace/difference_list.h"
@@ -61,6 +62,7 @@ class KX_Compare : public QMainWindow {
   void Make_List();
   void Fill();
   void Enable_Buttons();
+  void Take(const std::function<void()>& take);
   void Go_To_Current();
   void Print();
   [[nodiscard]] std::vector<Difference> Selected() const;

@@ -79,12 +79,12 @@ void Compare_Views::Show_Counts() {
 void Compare_Views::Go_To(const Difference& difference) {
   QWidget* place = Shown_Place(difference);
   if (place == nullptr) return;
-  place->window()->raise();
-  place->window()->activateWindow();
-  place->setFocus(Qt::OtherFocusReason);
   Bring_Into_View(place);
   const QRect covered(place->mapToGlobal(QPoint()), place->size());
   if (list_.frameGeometry().intersects(covered)) list_.hide();
+  place->window()->raise();
+  place->window()->activateWindow();
+  place->setFocus(Qt::OtherFocusReason);
 }
 
 QWidget* Compare_Views::Shown_Place(const Difference& difference) {
