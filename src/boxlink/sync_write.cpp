@@ -36,8 +36,8 @@ bool Marked(int i) { return i >= 0 && Diff_Flags[i] == 255; }
 /// Begins a run at byte @p i. No character that waits before "bw" can be of use, and one that is left from
 /// the run before would count as part of every answer in this one.
 void Begin_Run(int i) {
-  Drop_Input();
   Note_Master_Run();
+  Drop_Input();
   Current_Transfer().run_open = true;
   Answer_To("bw", 0.2, 3);
   const std::string offset = dec2hex(i, 2);

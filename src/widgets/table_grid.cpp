@@ -388,7 +388,7 @@ void Table_Grid::initViewItemOption(QStyleOptionViewItem* option) const {
   option->palette.setColor(QPalette::HighlightedText, colours.color(QPalette::Text));
 }
 
-/// Over the cells, so that a selected one shows its mark, too.
+/// Over the cells and the frame, so that a selected one and the current one show their mark, too.
 void Table_Grid::Paint_Differences(QPainter& painter) const {
   for (int row = 1; row < grid_.Rows(); ++row) {
     if (grid_.Mark(row).empty()) continue;
@@ -402,10 +402,10 @@ void Table_Grid::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (model_->rowCount() == 0) return;
   QPainter painter(viewport());
-  Paint_Differences(painter);
   const QRect cell = visualRect(model_->index(grid_.Row() - 1, grid_.Columns() - 1));
   painter.setPen(QPen(palette().color(QPalette::Text), hasFocus() ? 2 : 1));
   painter.drawRect(cell.adjusted(1, 1, -2, -2));
+  Paint_Differences(painter);
   Paint_Place(painter);
   if (!hasFocus()) return;
   painter.setPen(QPen(palette().color(QPalette::Highlight), 2 * focus_frame));
