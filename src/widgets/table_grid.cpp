@@ -140,6 +140,14 @@ QVariant Grid_Model::Scale_Brush(const QModelIndex& index, int role) const {
   return role == Qt::BackgroundRole ? paper : Readable_On(paper, palette.color(QPalette::Text));
 }
 
+/// A ground that tells the value tells it of a value that differs, too: that one has its corner.
+QVariant Grid_Model::Value_Brush(const QModelIndex& index, int role) const {
+  const QVariant scale = Scale_Brush(index, role);
+  const bool differs = Is_Value(index.column()) && !grid_.Mark(index.row() + 1).empty();
+  if (scale.isValid() || !differs || role != Qt::BackgroundRole) return scale;
+  return Difference_Ground(qobject_cast<QWidget*>(parent())->palette());
+}
+
 int Grid_Model::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
 
 int Grid_Model::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : columns_; }
@@ -158,10 +166,6 @@ QVariant Grid_Model::data(const QModelIndex& index, int role) const {
       return int(Qt::AlignRight | Qt::AlignVCenter);
     case Qt::ToolTipRole:
       return QString::fromStdString(grid_.Mark(index.row() + 1));
-    case Qt::BackgroundRole: {
-      if (!Is_Value(index.column()) || grid_.Mark(index.row() + 1).empty()) return {};
-      return Difference_Ground(qobject_cast<QWidget*>(parent())->palette());
-    }
     case Qt::FontRole: {
       QFont font = qobject_cast<QWidget*>(parent())->font();
       font.setBold(Is_Value(index.column()));
@@ -169,7 +173,7 @@ QVariant Grid_Model::data(const QModelIndex& index, int role) const {
     }
     case Qt::BackgroundRole:
     case Qt::ForegroundRole:
-      return Scale_Brush(index, role);
+      return Value_Brush(index, role);
     default:
       return {};
   }

@@ -30,6 +30,7 @@ class Grid_Model : public QAbstractTableModel {
   [[nodiscard]] QString Cell_Text(int row, int column) const;
   void Fit_Colour_Scale();
   [[nodiscard]] QVariant Scale_Brush(const QModelIndex& index, int role) const;
+  [[nodiscard]] QVariant Value_Brush(const QModelIndex& index, int role) const;
   [[nodiscard]] bool Is_Value(int column) const { return column + 1 == columns_; }
 
   const Grid& grid_;
