@@ -13,7 +13,11 @@ namespace kx {
 struct Page {
   int tab = 0;
   int sub_tab = 0;
-  auto operator<=>(const Page&) const = default;
+  bool operator==(const Page&) const = default;
+  std::strong_ordering operator<=>(const Page& other) const {
+    const auto by_tab = tab <=> other.tab;
+    return by_tab == std::strong_ordering::equal ? sub_tab <=> other.sub_tab : by_tab;
+  }
 };
 
 namespace page {
