@@ -13,8 +13,9 @@ namespace kx {
 namespace {
 
 constexpr int legend_row = 1;
-constexpr int half_diamond = 6;  ///< pixels, of the engine's mark
-constexpr int label_room = 4;    ///< around its text
+constexpr qsizetype longest_name = 20;  ///< of a file, beside the value of the current entry
+constexpr int half_diamond = 6;         ///< pixels, of the engine's mark
+constexpr int label_room = 4;           ///< around its text
 
 QCPRange Value_Range(const Chart& chart) {
   double low = 0;
@@ -34,8 +35,9 @@ QCPRange Value_Range(const Chart& chart) {
 
 QString Reference_Read_Out(const Chart_Series& reference, std::size_t entry) {
   if (entry >= reference.values.size()) return {};
-  return "   (" + QString::fromStdString(reference.name) + " " +
-         QString::number(reference.values[entry], 'g', 6) + ")";
+  QString name = QString::fromStdString(reference.name);
+  if (name.size() > longest_name) name = name.left(longest_name - 3) + "...";
+  return "   (" + name + " " + QString::number(reference.values[entry], 'g', 6) + ")";
 }
 
 }  // namespace
