@@ -9,6 +9,7 @@
 #include "settings/image.h"
 #include "settings/message.h"
 #include "widgets/form_helpers.h"
+#include "workspace/differences.h"
 #include "workspace/setting_file_commands.h"
 
 namespace kx {
@@ -20,7 +21,11 @@ constexpr int width_in_characters = 115;
 constexpr int height_in_lines = 26;
 constexpr int name_width_in_characters = 26;
 
-constexpr const char* differing_tip = "Bytes in which this tune differs from the one on screen, 0 to 256";
+constexpr const char* differing_tip =
+    "Entries, controls and bytes in which this tune differs from the one on screen; 0 for none";
+
+/// After the last change: a drag changes the tune faster than fifty tunes are compared.
+constexpr int count_delay_milliseconds = 150;
 
 QPushButton* Button(const char* name, const QString& caption, const QString& tip) {
   auto* button = new QPushButton(caption);
@@ -34,7 +39,7 @@ QTreeWidget* Make_List() {
   auto* list = new QTreeWidget;
   list->setObjectName("earlier_tunes_list");
   list->setColumnCount(columns);
-  list->setHeaderLabels({"Kept at", "Name", "Came from", "Differing bytes"});
+  list->setHeaderLabels({"Kept at", "Name", "Came from", "Differences"});
   list->setRootIsDecorated(false);
   list->setUniformRowHeights(true);
   list->setAllColumnsShowFocus(true);
@@ -72,6 +77,9 @@ QTreeWidgetItem* Row_Of(const Earlier_Tune& kept) {
 KX_Earlier_Tunes::KX_Earlier_Tunes(QWidget* parent)
     : QWidget(parent, Qt::Window), text_(Named_Text("earlier_tunes_text")), list_(Make_List()) {
   setObjectName("KX_Earlier_Tunes");
+  counting_.setSingleShot(true);
+  counting_.setInterval(count_delay_milliseconds);
+  connect(&counting_, &QTimer::timeout, this, [this] { Guarded([this] { Count_Differences(); }); });
   setWindowTitle("Earlier tunes");
   auto* all = new QVBoxLayout(this);
   all->addWidget(text_);
@@ -137,13 +145,14 @@ void KX_Earlier_Tunes::Fill_Again() {
 
 void KX_Earlier_Tunes::Show_Differences() {
   if (!isVisible()) return;
-  changes_ == Earlier_Tunes_Changes() ? Count_Differences() : Fill_Again();
+  if (changes_ != Earlier_Tunes_Changes()) return Fill_Again();
+  counting_.start();
 }
 
 void KX_Earlier_Tunes::Count_Differences() {
   const Byte_Image now = Stamped(CardByte);
   for (std::size_t i = 0; i < tunes_.size(); ++i) {
-    const int differing = Differing_Bytes(tunes_[i].tune.image, now);
+    const auto differing = Differences(tunes_[i].tune.image, now).size();
     list_->topLevelItem(static_cast<int>(i))->setText(differing_column, QString::number(differing));
   }
 }

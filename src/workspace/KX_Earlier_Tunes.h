@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 #include <QTreeWidget>
 #include <vector>
 
@@ -34,6 +35,7 @@ class KX_Earlier_Tunes : public QWidget {
   QTreeWidget* list_;
   QPushButton* open_;
   QPushButton* folder_;
+  QTimer counting_;
   int changes_ = 0;                  ///< of the earlier tunes, when the list was filled
   std::vector<Earlier_Tune> tunes_;  ///< one a row
 };
