@@ -283,9 +283,9 @@ TEST_F(Live_Log_Parts, An_Interruption_Inside_The_Box_Of_A_Part_Makes_No_Row) {
 
 /// The line runs ahead of a disk that takes its time for a part; nothing stops.
 TEST_F(Live_Log_Parts, A_Slow_Disk_Is_No_Overload) {
-  log_settings.txt_Show_Log_Interval = "0.1";
+  log_settings.txt_Show_Log_Interval = "0.05";
   log_view_hooks.show_folder = [this] {
-    clock_.Advance(0.45);
+    clock_.Advance(0.6);
     Let_Arrive();
   };
   Start_Fast_Box();
