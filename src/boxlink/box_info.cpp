@@ -6,6 +6,7 @@
 
 #include "boxlink/comm_port.h"
 #include "boxlink/hex_text.h"
+#include "boxlink/link_state.h"
 #include "boxlink/link_texts.h"
 #include "boxlink/protocol.h"
 #include "boxlink/transfer.h"
@@ -154,6 +155,7 @@ void Get_Box_Info() {
     const Box_Info info = Parse_Box_Info(received);
     Keep(info);
     Box_Info_Text = Describe(info);
+    Note_Box_Answer();
   } else {
     Box_Info_Text = words::no_responce_sentence;
   }

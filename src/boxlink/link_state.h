@@ -25,6 +25,9 @@ void Note_Master_Read(const Byte_Image& read);
 /// A run to the master begins: what was read from it before is in doubt until it is read back.
 void Note_Master_Run();
 
+/// A box has told who it is: what was read from another one says nothing of it.
+void Note_Box_Answer();
+
 /// Clears the three modes; every way out of a transfer does.
 void Clear_Transfer_Modes();
 

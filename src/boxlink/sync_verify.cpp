@@ -40,6 +40,7 @@ Verdict Compare_Master() {
   Byte_Image whole;
   Decode_Digits(digits, Byte_Image::size - 1, whole);
   Note_Master_Read(whole);
+  Refresh_Views(Show_Reference);
   return Compare_Bytes() ? Verdict::different : Verdict::equal;
 }
 

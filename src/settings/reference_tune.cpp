@@ -9,7 +9,8 @@ namespace kx {
 namespace {
 
 constexpr const char* box_name = "Box";
-constexpr const char* doubtful_box_name = "Box before the last write";
+constexpr const char* written_box_name = "Box before the last write";
+constexpr const char* other_box_name = "Box connected before";
 constexpr const char* opened_name = "Opened";
 
 std::optional<Reference_Source> chosen;
@@ -70,9 +71,12 @@ void Note_Box_Image(const Byte_Image& read, int dataset) {
   box_in_doubt = false;
 }
 
-bool Doubt_Box_Image() {
-  if (!box || std::exchange(box_in_doubt, true)) return false;
-  box->name = doubtful_box_name;
+/// Once another box has answered, it does not matter what is sent to that one.
+bool Doubt_Box_Image(Box_Doubt doubt) {
+  const std::string name = doubt == Box_Doubt::written ? written_box_name : other_box_name;
+  if (!box || box->name == name || box->name == other_box_name) return false;
+  box_in_doubt = true;
+  box->name = name;
   return true;
 }
 

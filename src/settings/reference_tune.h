@@ -42,11 +42,17 @@ void Choose_Reference(Reference_Source source);
 /// transfer engines.
 void Note_Box_Image(const Byte_Image& read, int dataset);
 
-/// A byte is on its way to the master: what was read from it before holds no more, until it is read again.
-/// True when that was not known yet. Called by both transfer engines.
-bool Doubt_Box_Image();
+/// Why what was read from a box says nothing of the one on the line.
+enum class Box_Doubt {
+  written,   ///< a byte is on its way to its master
+  other_box  ///< another box has answered
+};
 
-/// The box's bytes are known, and nothing was sent to the box since they were read.
+/// What was read from the box before holds no more, until a box is read again. True when the reference says
+/// something new by that. Called by the box link.
+bool Doubt_Box_Image(Box_Doubt doubt);
+
+/// The box's bytes are known: nothing was sent to it, and no other box has answered, since they were read.
 [[nodiscard]] bool Box_Image_Certain();
 
 /// The present tune has just come in whole; called before a preset works on it.

@@ -6,7 +6,6 @@
 #include <QMenuBar>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QSet>
 #include <QShortcut>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -34,6 +33,11 @@ QPushButton* Button(const QString& name, const QString& caption, const QString& 
   button->setObjectName(name);
   button->setToolTip(tip);
   return button;
+}
+
+/// Two entries may have one name: an axis in the unit of a sensor repeats its texts.
+bool Same_Place(const Difference& a, const Difference& b) {
+  return a.table == b.table && a.row == b.row && a.control == b.control && a.name == b.name;
 }
 
 QString Table_Line(const Difference_Cells& cells, const QString& tag) {
@@ -143,8 +147,10 @@ QWidget* KX_Compare::Make_Buttons() {
   take_ = Button("take_from_reference", "&Take from reference",
                  "Brings the bytes of the selected rows from the reference into the tune; one step back");
   On_Click(take_, [this] { Take([this] { Take_From_Reference(Selected()); }); });
-  take_table_ = Button("take_table", "Take &whole table",
-                       "The same for every entry of the table that the current row belongs to");
+  take_table_ =
+      Button("take_table", "Take &whole table",
+             "The same for every entry of the table that the current row belongs to, also of those that the "
+             "filter hides");
   On_Click(take_table_, [this] {
     Take([table = model_->At(list_->currentIndex().row()).table] { Take_Table_From_Reference(*table); });
   });
@@ -202,13 +208,13 @@ void KX_Compare::Fill() {
   setWindowTitle(Text(Compare_Title()));
   title_->setText(windowTitle());
   menu_->Follow();
-  QSet<QString> names;
-  for (const Difference& row : Selected()) names.insert(Text(row.name));
+  const std::vector<Difference> selected = Selected();
   const int current = list_->currentIndex().row();
   model_->Fill(filter_->text());
   QItemSelection selection;
   for (int row = 0; row < model_->rowCount(); ++row) {
-    if (!names.contains(Text(model_->At(row).name))) continue;
+    const auto same = [&](const Difference& any) { return Same_Place(any, model_->At(row)); };
+    if (std::ranges::none_of(selected, same)) continue;
     selection.select(model_->index(row, 0), model_->index(row, difference_columns - 1));
   }
   const int last = model_->rowCount() - 1;
@@ -231,7 +237,9 @@ std::vector<Difference> KX_Compare::Selected() const {
 void KX_Compare::Enable_Buttons() {
   const QModelIndex current = list_->currentIndex();
   take_->setEnabled(list_->selectionModel()->hasSelection());
-  take_table_->setEnabled(current.isValid() && model_->At(current.row()).table.has_value());
+  // Not selected: the row has only moved up, and a second click must not take the next table, too.
+  const bool chosen = current.isValid() && list_->selectionModel()->isRowSelected(current.row());
+  take_table_->setEnabled(chosen && model_->At(current.row()).table.has_value());
   go_to_->setEnabled(current.isValid());
 }
 

@@ -117,7 +117,7 @@ std::string With_Count(std::string_view caption, int differences) {
 void Take_From_Reference(std::span<const Difference> rows) {
   const Reference_Tune* reference = Reference();
   if (reference == nullptr) return;
-  const Byte_Image taken = Taken(CardByte, reference->image, rows);
+  const Byte_Image taken = Taken(CardByte, rows);
   if (taken == CardByte) return;
   Capture_History();
   CardByte = taken;

@@ -67,13 +67,16 @@ std::string Signed(double change, const std::string& size) { return (change < 0 
 
 }  // namespace
 
-std::string Entry_Name(Table table, int row, const Byte_Image& image) {
+std::string Entry_Place(Table table, int row, const Byte_Image& image) {
   const auto headings = Axis_Headings(table, image);
   const auto texts = Axis_Texts(table, row, image);
   // Without a sensor the last column of a load axis is empty; the voltage before it is always there.
   const std::size_t column = texts.back().empty() ? 0 : texts.size() - 1;
-  return std::string(Caption_Of(Page_Of(table))) + ", " +
-         With_Unit(texts[column], Bare_Unit(headings[column]));
+  return With_Unit(texts[column], Bare_Unit(headings[column]));
+}
+
+std::string Entry_Name(Table table, int row, const Byte_Image& image) {
+  return std::string(Caption_Of(Page_Of(table))) + ", " + Entry_Place(table, row, image);
 }
 
 std::string Control_Name(std::string_view control, std::string_view label) {

@@ -12,6 +12,9 @@ namespace kx {
 /// Name of a table's entry by its axis: "Ignition Load, 2.50 Volt".
 [[nodiscard]] std::string Entry_Name(Table table, int row, const Byte_Image& image);
 
+/// Where the entry stands on that axis: "2.50 Volt".
+[[nodiscard]] std::string Entry_Place(Table table, int row, const Byte_Image& image);
+
 /// Name of a control with the page that it stands on: "Fuel options, Fuel cut RPM".
 [[nodiscard]] std::string Control_Name(std::string_view control, std::string_view label);
 

@@ -73,12 +73,23 @@ class Comparison {
       const int byte = Edited_Byte(row.table, entry);
       if (!Differs({byte, whole_byte})) continue;
       if (!other_meaning) other_meaning = Means_Other(row.table);
-      Add_Entry(row.table, entry, byte, *other_meaning || entry > Entries_Of(row.table, reference_));
+      Add_Entry(row.table, entry, byte, *other_meaning);
     }
   }
 
+  /// A table of another number of entries has them at other places of its axis.
   [[nodiscard]] bool Means_Other(Table table) const {
-    return !In_Use(table, reference_) || Meaning_Of(table, reference_) != Meaning_Of(table, here_);
+    return !In_Use(table, reference_) || Entries_Of(table, reference_) != Entries_Of(table, here_) ||
+           Meaning_Of(table, reference_) != Meaning_Of(table, here_);
+  }
+
+  /// What the reference shows for an entry, and where, when its axis has the entry at another place.
+  [[nodiscard]] std::string Told_By_Reference(Table table, int entry) const {
+    const std::string value = Entry_Value(table, entry, reference_);
+    const int entries = Entries_Of(table, reference_);
+    if (!In_Use(table, reference_) || entry > entries || entries == Entries_Of(table, here_)) return value;
+    const std::string place = Entry_Place(table, entry, reference_);
+    return place == Entry_Place(table, entry, here_) ? value : value + " at " + place;
   }
 
   void Add_Entry(Table table, int entry, int byte, bool other_meaning) {
@@ -86,7 +97,7 @@ class Comparison {
                           .table = table,
                           .row = entry,
                           .name = Entry_Name(table, entry, here_),
-                          .reference = Entry_Value(table, entry, reference_),
+                          .reference = Told_By_Reference(table, entry),
                           .here = Entry_Value(table, entry, here_),
                           .other_meaning = other_meaning};
     if (!other_meaning) difference.change = Change_Text(difference.reference, difference.here, Counts(byte));
@@ -174,11 +185,11 @@ std::vector<Difference> Differences(const Byte_Image& reference, const Byte_Imag
   return Comparison(reference, here).All();
 }
 
-Byte_Image Taken(Byte_Image here, const Byte_Image& reference, std::span<const Difference> taken) {
+Byte_Image Taken(Byte_Image here, std::span<const Difference> taken) {
   for (const Difference& difference : taken) {
     for (const Differing_Byte& part : difference.bytes) {
       const int kept = here[part.byte] & ~part.mask;
-      here[part.byte] = static_cast<std::uint8_t>(kept | (reference[part.byte] & part.mask));
+      here[part.byte] = static_cast<std::uint8_t>(kept | (part.reference & part.mask));
     }
   }
   return here;

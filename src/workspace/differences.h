@@ -44,8 +44,8 @@ struct Difference {
 /// shown in its own.
 [[nodiscard]] std::vector<Difference> Differences(const Byte_Image& reference, const Byte_Image& here);
 
-/// @p here with the bits of @p taken as @p reference has them, and nothing else.
-[[nodiscard]] Byte_Image Taken(Byte_Image here, const Byte_Image& reference,
-                               std::span<const Difference> taken);
+/// @p here with the bits of @p taken as these tell the reference's, and nothing else: what the user sees is
+/// what is taken, though the reference may have changed meanwhile.
+[[nodiscard]] Byte_Image Taken(Byte_Image here, std::span<const Difference> taken);
 
 }  // namespace kx

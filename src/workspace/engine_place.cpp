@@ -20,6 +20,8 @@ std::optional<double> On_Axis(const Table_Axis& axis, const Live_Row& row) {
   return Load_Counts(*axis.load, [&row](Log_Signal signal) { return row.Counts(signal); });
 }
 
+constexpr const char* no_value = "no sensor";  ///< that the table's values would be shown by
+
 /// The number in a cell, without the cell.
 double Shown_Number(const Table_Meaning& meaning, Table table, int row, const Byte_Image& image) {
   return Val_Any(Shown_Text_Of(meaning, image[Shown_Byte(table, row)]));
@@ -39,6 +41,7 @@ std::optional<Table_Place> Place_In(Table table, const Live_Row& row, const Byte
   const Table_Meaning meaning = Meaning_Of(table, image);
   const double entry = axis->spacing.At(*counted);
   const int below = static_cast<int>(entry);
+  if (Shown_Text_Of(meaning, image[Shown_Byte(table, below)]).empty()) return Table_Place{entry, 0, no_value};
   const double low = Shown_Number(meaning, table, below, image);
   const double high = Shown_Number(meaning, table, std::min(below + 1, axis->spacing.entries), image);
   const double value = low + (high - low) * (entry - below);

@@ -13,7 +13,8 @@ namespace kx {
 struct Table_Place {
   double entry = 1;  ///< 1 to the number of entries, with fractions between two of them
   double value = 0;  ///< between the two entries as the table shows them, in its unit
-  std::string text;  ///< the value in the format of the table's cells, and the unit
+  std::string text;  ///< the value in the format of the table's cells, and the unit; says so where the sensor
+                     ///< of the values is missing
 };
 
 /// Place of one row of the box under the flags of @p image. Nothing for a table over neither load nor RPM,

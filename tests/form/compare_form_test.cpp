@@ -16,6 +16,8 @@
 
 #include "boxlink/transfer.h"
 #include "form_fixture.h"
+#include "sensors/load_axes.h"
+#include "sensors/sensor_store.h"
 #include "settings/history.h"
 #include "settings/image.h"
 #include "settings/notice.h"
@@ -183,6 +185,24 @@ TEST_F(Compare_Form, The_List_Filters_Takes_And_Follows) {
   Undo();
   EXPECT_EQ(list->model()->rowCount(), 5);
   EXPECT_EQ(CardByte[46], 0);
+}
+
+TEST_F(Compare_Form, A_Further_Click_Takes_Nothing_That_Was_Not_Selected) {
+  const int axis = Sensor_On_Input(Get_Field(map::ignition_load_input) + 1);
+  MAP_tab.at(static_cast<std::size_t>(axis))[0] = 0;  // no decimals: many entries of one name
+  Box_Holds({{46, 35}, {47, 36}, {100, 140}});
+  QTableView* list = Open_List();
+  ASSERT_EQ(Cell(list, 0, 0), Cell(list, 1, 0));
+  auto* take = Other_Form("KX_Compare")->findChild<QPushButton*>("take_from_reference");
+  list->selectRow(0);
+  for (int click = 0; click < 2; ++click) QTest::mouseClick(take, Qt::LeftButton);
+  EXPECT_EQ(CardByte[46], 35);
+  EXPECT_EQ(CardByte[47], 0);
+  auto* take_table = Other_Form("KX_Compare")->findChild<QPushButton*>("take_table");
+  list->selectRow(0);
+  for (int click = 0; click < 2; ++click) QTest::mouseClick(take_table, Qt::LeftButton);
+  EXPECT_EQ(CardByte[47], 36);
+  EXPECT_NE(CardByte[100], 140);
 }
 
 TEST_F(Compare_Form, A_Double_Click_And_Enter_Lead_To_The_Place) {

@@ -95,6 +95,20 @@ TEST_P(Reference_From_Box, After_A_Write_That_Breaks_Off_The_Box_Is_In_Doubt_Unt
   EXPECT_EQ(Reference()->name, "Box");
 }
 
+TEST_P(Reference_From_Box, Another_Box_Is_Not_Taken_For_The_One_That_Was_Read) {
+  Run(GetParam().verify);
+  Refresh_Box_Info_Quietly();
+  EXPECT_TRUE(Box_Image_Certain()) << "the same box";
+  Box().Serial = 4321;
+  Refresh_Box_Info_Quietly();
+  EXPECT_FALSE(Box_Image_Certain() || certain_when_shown_);
+  EXPECT_FALSE(Doubt_Box_Image(Box_Doubt::written)) << "it is not the one that is written to";
+  EXPECT_EQ(Reference()->name, "Box connected before");
+  Run(GetParam().verify);
+  EXPECT_TRUE(Box_Image_Certain() && certain_when_shown_);
+  EXPECT_EQ(Reference()->name, "Box");
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Engines, Reference_From_Box,
     testing::Values(Buttons{"sync", Read_Settings_Click, Verify_Settings_Click, Write_Settings_Click, {}},

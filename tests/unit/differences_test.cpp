@@ -69,7 +69,7 @@ TEST_F(Differences_Of_Tunes, Of_Random_Tunes_Every_Differing_Bit_Is_Told_And_No_
       ASSERT_TRUE(differing != 0 || told[i] == 0) << "byte " << i << " round " << round;
     }
     ASSERT_TRUE(std::ranges::is_sorted(found, {}, &Difference::page));
-    ASSERT_EQ(Taken(here, reference, found), reference);
+    ASSERT_EQ(Taken(here, found), reference);
   }
 }
 
@@ -83,7 +83,7 @@ TEST_F(Differences_Of_Tunes, Of_Random_Rows_These_Bits_Are_Taken_And_Undo_Brings
     Byte_Image bits;
     for (const Difference& row : chosen)
       for (const Differing_Byte& part : row.bytes) bits[part.byte] |= part.mask;
-    const Byte_Image taken = Taken(here, reference, chosen);
+    const Byte_Image taken = Taken(here, chosen);
     for (int i = 0; i < Byte_Image::size; ++i) {
       ASSERT_EQ(taken[i], (here[i] & ~bits[i]) | (reference[i] & bits[i])) << i;
     }
@@ -128,6 +128,7 @@ TEST_F(Differences_Of_Tunes, Are_Told_By_Place_And_In_The_Units_Of_Either_Side) 
        "in "
        "Load table, Percent in RPM table|"},
       {{{135, 128}}, {{135, 64}}, "Fuel RPM, 1000 RPM|00 %|-100 %|-100"},
+      {{{135, 128}, {1, 0x40}}, {{135, 64}}, "Fuel RPM, 1000 RPM|00 % at 500 RPM|-100 %|"},
       {{{196, 6}}, {{196, 7}}, "PWM Load, 0.10 bar|05 %|05 %|+1 count"},
       {{{154, 51}}, {{154, 102}}, "Analog2 out, 000 RPM|1.00 V|2.00 V|+1.00"},
       {{{80, 102}, {0, 0x10}, {22, 0x10}, {2, 0x80}},
@@ -208,6 +209,25 @@ TEST_F(Differences_Of_Tunes, Grids_And_Charts_Carry_Them_And_Follow_Each_Edit) {
   Compare_With(Reference_Source::none);
   EXPECT_TRUE(Shown_Differences().empty());
   EXPECT_EQ(Difference_Tip("rpm_limit_scroll"), "");
+}
+
+TEST_F(Differences_Of_Tunes, Entries_At_Other_Places_Of_The_Axis_Are_No_Curve_Beside_The_Curve) {
+  Compare_With_Bytes({{135, 64}});
+  EXPECT_FALSE(Chart_Of(Chart_Id::FuelRpmChart).reference.values.empty());
+  Compare_With_Bytes({{135, 64}, {map::flags_a, 0x40}});
+  EXPECT_TRUE(Chart_Of(Chart_Id::FuelRpmChart).reference.values.empty());
+  EXPECT_NE(Grid_Of(Table::fuel_rpm).Mark(3), "");
+}
+
+TEST_F(Differences_Of_Tunes, The_Byte_On_Show_Is_Taken_Though_The_Box_Was_Read_Meanwhile) {
+  Byte_Image box = CardByte;
+  box[46] = 35;
+  Note_Box_Image(box, DatasetID);
+  Show_Reference();
+  box[46] = 99;
+  Note_Box_Image(box, DatasetID);
+  Take_From_Reference(std::vector<Difference>(Shown_Differences()));
+  EXPECT_EQ(CardByte[46], 35);
 }
 
 TEST_F(Differences_Of_Tunes, Copy_And_Export_Hold_The_Rows) {

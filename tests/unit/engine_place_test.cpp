@@ -8,6 +8,7 @@
 #include "support/live_log_fixture.h"
 #include "support/workspace_fixture.h"
 #include "workspace/cell_editing.h"
+#include "workspace/sensor_editor.h"
 #include "workspace/table_meaning.h"
 
 namespace kx {
@@ -98,6 +99,16 @@ TEST_F(Engine_Place_Test, The_Value_Lies_Between_The_Entries) {
   Byte_Image other = CardByte;
   other.Fill(map::fuel_rpm.first, map::fuel_rpm.Last(), 192);
   EXPECT_EQ(Place_In(Table::fuel_rpm, Row_Of_Box("A.0000", {}), other)->text, "100 %");
+}
+
+TEST_F(Engine_Place_Test, Without_The_Sensor_Of_The_Values_There_Is_A_Place_And_No_Number) {
+  Set_Field(map::boost_pid, 1);
+  AN_Combo_Click(Get_Field(map::boost_input) + 1, 0);
+  CardByte.Fill(map::pwm_rpm.first, map::pwm_rpm.Last(), 90);
+  const auto place = Place_In(Table::pwm_rpm, Row_Of_Box("3.1250", {}));
+  ASSERT_TRUE(place);
+  EXPECT_EQ(place->entry, 7.25);
+  EXPECT_EQ(place->text, "no sensor");
 }
 
 TEST_F(Engine_Place_Test, Rows_That_Lack_The_Signal_Have_No_Place) {

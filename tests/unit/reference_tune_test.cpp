@@ -64,8 +64,8 @@ TEST_F(Reference_Of_A_Tune, The_Box_Says_What_A_Write_Would_Send_As_Long_As_It_I
   EXPECT_THAT(left, testing::ElementsAre("251: 7 -> 0", "254: 99 -> 0", "255: 108 -> 1"));
   Slave_Present = true;
   EXPECT_THAT(Compare_Title(), testing::EndsWith("a Write would send 2 bytes and what the slave lacks"));
-  EXPECT_TRUE(Doubt_Box_Image());
-  EXPECT_FALSE(Doubt_Box_Image());
+  EXPECT_TRUE(Doubt_Box_Image(Box_Doubt::written));
+  EXPECT_FALSE(Doubt_Box_Image(Box_Doubt::written));
   Show_Reference();
   EXPECT_EQ(Compare_Title(),
             "Compare with Box before the last write: 5 differences in 5 bytes, read it again to see what it "
