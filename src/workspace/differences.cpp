@@ -85,7 +85,7 @@ class Comparison {
 
   /// What the reference shows for an entry, and where, when its axis has the entry at another place.
   [[nodiscard]] std::string Told_By_Reference(Table table, int entry) const {
-    const std::string value = Entry_Value(table, entry, reference_);
+    std::string value = Entry_Value(table, entry, reference_);
     const int entries = Entries_Of(table, reference_);
     if (!In_Use(table, reference_) || entry > entries || entries == Entries_Of(table, here_)) return value;
     const std::string place = Entry_Place(table, entry, reference_);

@@ -1,4 +1,5 @@
 #include <QLabel>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <cmath>
@@ -13,6 +14,7 @@
 #include "widgets/form_helpers.h"
 #include "widgets/line_chart.h"
 #include "widgets/table_grid.h"
+#include "workspace/cell_editing.h"
 #include "workspace/engine_place.h"
 #include "workspace/file_habits.h"
 
@@ -173,6 +175,15 @@ TEST_F(Live_Log_Form, The_Table_On_Show_Marks_The_Engine_And_Follows_It) {
     const auto place = Engine_Place(Table::ignition_rpm);
     return place && std::fabs(Grid_Of(Table::ignition_rpm).Row() - place->entry) <= 0.6;
   };
+  ASSERT_TRUE(Comes(near));
+  QMenu menu;
+  menu.addAction("of an entry");
+  menu.popup({});
+  Grid_Enter_Cell(Table::ignition_rpm, 20, 20);
+  const auto newest = Newest_Live_Row();
+  ASSERT_TRUE(Comes([&] { return Newest_Live_Row() != newest; }));
+  EXPECT_EQ(Grid_Of(Table::ignition_rpm).Row(), 20) << "not while a menu is open";
+  menu.close();
   ASSERT_TRUE(Comes(near));
   const int row = Grid_Of(Table::ignition_rpm).Row();
   const int before = CardByte[Edited_Byte(Table::ignition_rpm, row)];

@@ -11,10 +11,15 @@
 namespace kx {
 namespace {
 
-/// Not while the user drags in a grid or a chart.
+/// A drag in a grid or a chart, an open menu and a question are about the entries that they began with.
+bool User_Is_Busy() {
+  return QApplication::mouseButtons() != Qt::NoButton || QApplication::activePopupWidget() != nullptr ||
+         QApplication::activeModalWidget() != nullptr;
+}
+
 void Follow_Engine() {
   const auto table = Active_Table();
-  if (!table || QApplication::mouseButtons() != Qt::NoButton) return;
+  if (!table || User_Is_Busy()) return;
   const auto place = Engine_Place(*table);
   if (place && Follow_To_Place(*table, *place)) Show_Table(*table);
 }
