@@ -11,6 +11,7 @@
 
 #include "settings/image.h"
 #include "settings/setting_file.h"
+#include "tour_controls.h"
 #include "workspace/compare.h"
 
 namespace kx::bench {
@@ -18,17 +19,6 @@ namespace {
 
 constexpr const char* other_file = "last year.kxs";
 constexpr const char* list_file = "differences.csv";
-
-void Require(bool holds, const std::string& what) {
-  if (!holds) throw std::runtime_error(what);
-}
-
-QWidget& Compare_Form() {
-  for (QWidget* form : QApplication::topLevelWidgets()) {
-    if (form->objectName() == "KX_Compare") return *form;
-  }
-  throw std::runtime_error("no form KX_Compare");
-}
 
 void Trigger(const QWidget& form, const char* entry) {
   auto* action = form.findChild<QAction*>(entry);
@@ -70,9 +60,9 @@ void Compare_Tour::Take_Picture(QWidget& form, const char* name) const {
 
 void Compare_Tour::Take_A_Table_And_Undo(const QWidget& main_form) {
   const Byte_Image before = CardByte;
-  auto* list = Compare_Form().findChild<QTableView*>("difference_list");
+  auto* list = Part<QTableView>("KX_Compare", "difference_list");
   list->selectRow(0);
-  QTest::mouseClick(Compare_Form().findChild<QPushButton*>("take_table"), Qt::LeftButton);
+  QTest::mouseClick(Part<QPushButton>("KX_Compare", "take_table"), Qt::LeftButton);
   int taken = 0;
   for (int i = 0; i < map::ignition_load.count; ++i) {
     const int byte = map::ignition_load.first + i;
@@ -86,7 +76,7 @@ void Compare_Tour::Take_A_Table_And_Undo(const QWidget& main_form) {
 
 void Compare_Tour::Export_List() {
   answer_with_(out_.filePath(list_file));
-  Trigger(Compare_Form(), "Export_differences");
+  Trigger(*Window("KX_Compare"), "Export_differences");
   QFile file(out_.filePath(list_file));
   Require(file.open(QIODevice::ReadOnly), "no list was exported");
   const auto lines = file.readAll().count("\r\n");
@@ -103,10 +93,10 @@ void Compare_Tour::Compare_And_Take(QWidget& main_form) {
   Show_Tab(main_form, main_tab::fuel, "SSTab_Fuel", 2);
   Take_Picture(main_form, "compare_controls");
   Trigger(main_form, "Compare_list");
-  Take_Picture(Compare_Form(), "compare_list");
+  Take_Picture(*Window("KX_Compare"), "compare_list");
   Take_A_Table_And_Undo(main_form);
   Export_List();
-  Compare_Form().close();
+  Window("KX_Compare")->close();
   Trigger(main_form, "Compare_box");
 }
 

@@ -11,13 +11,14 @@
 #include <numbers>
 #include <stdexcept>
 
+#include "hit_map_tour.h"
 #include "logging/live_log.h"
 #include "logging/log_array.h"
 #include "logging/log_settings.h"
 #include "logging/log_signals.h"
 #include "logging/log_state.h"
 #include "sim/drive.h"
-#include "tour_hit_map.h"
+#include "tour_controls.h"
 
 namespace kx::bench {
 namespace {
@@ -26,24 +27,6 @@ constexpr int recorded_ms = 15000;
 constexpr int demo_first_row = 940;  ///< of the drive, row 1 of the demo log
 constexpr double watts_a_hp = 736;
 constexpr double allowed = 0.03;  ///< share by which a computed peak may be off
-
-void Require(bool holds, const std::string& what) {
-  if (!holds) throw std::runtime_error(what);
-}
-
-QWidget* Window(const char* name) {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->objectName() == name) return window;
-  }
-  throw std::runtime_error(std::string("no window ") + name);
-}
-
-template <typename Widget>
-Widget* Part(const char* window, const char* name) {
-  auto* part = Window(window)->findChild<Widget*>(name);
-  Require(part != nullptr, std::string("no control ") + name);
-  return part;
-}
 
 struct Peaks {
   double power = 0;   ///< hp

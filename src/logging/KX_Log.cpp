@@ -36,16 +36,6 @@ constexpr const char* size_key = "Log_Window_Size";
 constexpr int size_fields = 5;  ///< left, top, width, height, maximised
 constexpr int side_width_in_characters = 36;
 
-template <typename Handler>
-QAction* Entry(QMenu* menu, const char* name, const QString& caption, const QKeySequence& keys,
-               Handler handler) {
-  QAction* action = menu->addAction(caption);
-  action->setObjectName(name);
-  action->setShortcut(keys);
-  On_Trigger(action, handler);
-  return action;
-}
-
 QPushButton* Button(const char* name, const QString& caption, const QString& tip) {
   auto* button = new QPushButton(caption);
   button->setObjectName(name);
@@ -149,37 +139,37 @@ QWidget* KX_Log::Make_Tools() {
 
 void KX_Log::Make_Menus() {
   QMenu* file = menuBar()->addMenu("&File");
-  file_entries_ = {
-      Entry(file, "Log_File_Open", "&Open...", QKeySequence::Open, Log_File_Open_Click),
-      Entry(file, "Log_File_Save", "&Save", QKeySequence::Save, Log_File_Save_Click),
-      Entry(file, "Log_File_Save_As", "Save &As...", QKeySequence("Ctrl+Shift+S"), Log_File_Save_As_Click)};
+  file_entries_ = {Add_Entry(file, "Log_File_Open", "&Open...", QKeySequence::Open, Log_File_Open_Click),
+                   Add_Entry(file, "Log_File_Save", "&Save", QKeySequence::Save, Log_File_Save_Click),
+                   Add_Entry(file, "Log_File_Save_As", "Save &As...", QKeySequence("Ctrl+Shift+S"),
+                             Log_File_Save_As_Click)};
   file->addSeparator();
   file_entries_.insert(
       file_entries_.end(),
-      {Entry(file, "Open_Default_File", "Open &default settings", {}, Open_Default_File_Click),
-       Entry(file, "Restore_Default_File", "&Restore default settings", {}, Restore_Default_File_Click),
-       Entry(file, "Save_as_Default_File", "Save as de&fault settings", {}, Save_as_Default_File_Click)});
+      {Add_Entry(file, "Open_Default_File", "Open &default settings", {}, Open_Default_File_Click),
+       Add_Entry(file, "Restore_Default_File", "&Restore default settings", {}, Restore_Default_File_Click),
+       Add_Entry(file, "Save_as_Default_File", "Save as de&fault settings", {}, Save_as_Default_File_Click)});
   file->addSeparator();
-  Entry(file, "Log_Picture_File_Save_As", "&Export chart...", QKeySequence("Ctrl+E"),
-        [this] { Export_Picture(); });
-  Entry(file, "print", "&Print...", QKeySequence::Print,
-        [this] { Print_With_Dialog(chart_->Chart(), this); });
+  Add_Entry(file, "Log_Picture_File_Save_As", "&Export chart...", QKeySequence("Ctrl+E"),
+            [this] { Export_Picture(); });
+  Add_Entry(file, "print", "&Print...", QKeySequence::Print,
+            [this] { Print_With_Dialog(chart_->Chart(), this); });
   file->addSeparator();
   QAction* leave = file->addAction("&Close", this, &QWidget::close);
   leave->setObjectName("Log_Close");
   QMenu* log = menuBar()->addMenu("&Log");
-  start_entry_ = Entry(log, "Start_Logg", "&Start or stop", QKeySequence("F9"), cmd_Open_Com_Click);
-  Entry(log, "Log_Preferenses", "Log se&ttings...", QKeySequence("F2"), [this] { setup_->Open(*this); });
-  Entry(log, "Omport_default_sensors", "&Import default sensors", {}, cmd_Import_Default_Sensors_Click);
+  start_entry_ = Add_Entry(log, "Start_Logg", "&Start or stop", QKeySequence("F9"), cmd_Open_Com_Click);
+  Add_Entry(log, "Log_Preferenses", "Log se&ttings...", QKeySequence("F2"), [this] { setup_->Open(*this); });
+  Add_Entry(log, "Omport_default_sensors", "&Import default sensors", {}, cmd_Import_Default_Sensors_Click);
 }
 
 void KX_Log::Make_View_Menu() {
   QMenu* view = menuBar()->addMenu("&View");
-  Entry(view, "Redraw", "&Redraw", QKeySequence("F11"), [] { Show_Log(log_view_hooks.show_chart); });
-  Entry(view, "Restore_signals_view", "Show all &signals", {}, Restore_signals_view_Click);
-  Entry(view, "rpm_graph_entry", "RPM &graph...", QKeySequence("F6"), [this] { Show_Rpm_Graph(); });
-  Entry(view, "Log_Hit_Map", "&Hit map...", QKeySequence("Shift+F7"), [this] { Open_Hit_Map(*this); });
-  Entry(view, "cmd_MAF_Sim_menu", "&MAF-Sim", {}, [this] { maf_->Toggle(*this); });
+  Add_Entry(view, "Redraw", "&Redraw", QKeySequence("F11"), [] { Show_Log(log_view_hooks.show_chart); });
+  Add_Entry(view, "Restore_signals_view", "Show all &signals", {}, Restore_signals_view_Click);
+  Add_Entry(view, "rpm_graph_entry", "RPM &graph...", QKeySequence("F6"), [this] { Show_Rpm_Graph(); });
+  Add_Entry(view, "Log_Hit_Map", "&Hit map...", QKeySequence("Shift+F7"), [this] { Open_Hit_Map(*this); });
+  Add_Entry(view, "cmd_MAF_Sim_menu", "&MAF-Sim", {}, [this] { maf_->Toggle(*this); });
   QAction* summary = view->addAction("Setting s&ummary...", this, &KX_Log::Summary_Wanted);
   summary->setObjectName("Setting_Summary");
   summary->setShortcut(QKeySequence("F3"));

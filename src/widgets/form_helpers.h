@@ -5,6 +5,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QString>
 #include <string_view>
@@ -29,6 +30,17 @@ void On_Click(QAbstractButton* button, Handler handler) {
 template <typename Handler>
 void On_Trigger(QAction* action, Handler handler) {
   QObject::connect(action, &QAction::triggered, action, [handler] { Guarded(handler); });
+}
+
+/// Adds an entry to @p menu that calls @p handler; @p keys may be empty.
+template <typename Handler>
+QAction* Add_Entry(QMenu* menu, const QString& name, const QString& caption, const QKeySequence& keys,
+                   Handler handler) {
+  QAction* action = menu->addAction(caption);
+  action->setObjectName(name);
+  action->setShortcut(keys);
+  On_Trigger(action, handler);
+  return action;
 }
 
 /// Calls @p show with the widget whenever the core changes @p text, as long as the widget lives.

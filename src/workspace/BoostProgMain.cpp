@@ -44,15 +44,6 @@ namespace {
 constexpr const char* colour_scale_habit = "colour_scale";  ///< empty: off
 constexpr int side_width_in_characters = 46;
 
-QAction* Entry(QMenu* menu, const QString& name, const QString& caption, const QKeySequence& keys,
-               void (*handler)()) {
-  QAction* action = menu->addAction(caption);
-  action->setObjectName(name);
-  action->setShortcut(keys);
-  On_Trigger(action, handler);
-  return action;
-}
-
 }  // namespace
 
 BoostProgMain::BoostProgMain(QWidget* parent) : QMainWindow(parent) {
@@ -157,7 +148,7 @@ void BoostProgMain::Make_Layout() {
 
 void BoostProgMain::Make_Menus() {
   QMenu* file = menuBar()->addMenu("&File");
-  Entry(file, "File_open", "&Open...", QKeySequence::Open, File_open_Click);
+  Add_Entry(file, "File_open", "&Open...", QKeySequence::Open, File_open_Click);
   auto* recent = new Recent_Files_Menu(file);
   file->addMenu(recent);
   connect(recent, &Recent_Files_Menu::Log_Opened, this, &BoostProgMain::Open_Log_Window);
@@ -168,8 +159,8 @@ void BoostProgMain::Make_Menus() {
     Open_Form(*earlier_, *this);
   });
   file->addSeparator();
-  Entry(file, "File_save", "&Save", QKeySequence::Save, File_save_Click);
-  Entry(file, "File_save_As", "Save &As...", QKeySequence("Ctrl+Shift+S"), File_save_As_Click);
+  Add_Entry(file, "File_save", "&Save", QKeySequence::Save, File_save_Click);
+  Add_Entry(file, "File_save_As", "Save &As...", QKeySequence("Ctrl+Shift+S"), File_save_As_Click);
   file->addSeparator();
   QAction* leave = file->addAction("E&xit");
   leave->setObjectName("File_exit");
@@ -177,8 +168,8 @@ void BoostProgMain::Make_Menus() {
   connect(leave, &QAction::triggered, this, &QWidget::close);
   QMenu* edit = menuBar()->addMenu("&Edit");
   // The tune's from every form, not only from this one.
-  for (QAction* action : {Entry(edit, "edit_undo", "&Undo", undo_keys, Undo),
-                          Entry(edit, "edit_redo", "&Redo", redo_keys, Redo)}) {
+  for (QAction* action : {Add_Entry(edit, "edit_undo", "&Undo", undo_keys, Undo),
+                          Add_Entry(edit, "edit_redo", "&Redo", redo_keys, Redo)}) {
     action->setShortcutContext(Qt::ApplicationShortcut);
   }
   Make_View_Menu();
@@ -205,8 +196,8 @@ void BoostProgMain::Make_Menus() {
     toggle_interface();
     prefs_->Show_Interface();
   });
-  Entry(settings, "toggle_interface_box_chip", "Other side of the &link panel", QKeySequence("Ctrl+Shift+T"),
-        toggle_interface_box_chip);
+  Add_Entry(settings, "toggle_interface_box_chip", "Other side of the &link panel",
+            QKeySequence("Ctrl+Shift+T"), toggle_interface_box_chip);
   QAction* summary =
       settings->addAction("Setting &summary...", QKeySequence("F3"), this, &BoostProgMain::Open_Summary);
   summary->setObjectName("Setting_Summary");
@@ -215,10 +206,10 @@ void BoostProgMain::Make_Menus() {
   QMenu* help = menuBar()->addMenu("&Help");
   help->menuAction()->setObjectName("Help_menu");
   help->menuAction()->setVisible(Brand_Has_Help_Menu());
-  Entry(help, "Help_file", "&Manual", QKeySequence::HelpContents, Open_Help_File);
-  QAction* link = Entry(help, "Help_wwwlink", QString::fromStdString(Link_Caption), {}, Open_Help_Link);
+  Add_Entry(help, "Help_file", "&Manual", QKeySequence::HelpContents, Open_Help_File);
+  QAction* link = Add_Entry(help, "Help_wwwlink", QString::fromStdString(Link_Caption), {}, Open_Help_Link);
   link->setEnabled(!Download_Link.empty());
-  Entry(help, "Help_about", "&About", {}, Show_About);
+  Add_Entry(help, "Help_about", "&About", {}, Show_About);
 }
 
 void BoostProgMain::Make_View_Menu() {

@@ -173,21 +173,14 @@ void KX_Compare::Take(const std::function<void()>& take) {
 }
 
 void KX_Compare::Make_Menus() {
-  const auto entry = [](QMenu* menu, const QString& name, const QString& caption, const QKeySequence& keys,
-                        auto handler) {
-    QAction* action = menu->addAction(caption);
-    action->setObjectName(name);
-    action->setShortcut(keys);
-    On_Trigger(action, handler);
-  };
   QMenu* file = menuBar()->addMenu("&File");
-  entry(file, "Export_differences", "&Export...", QKeySequence("Ctrl+E"),
-        [this] { Export_Differences(model_->All()); });
-  entry(file, "Print_differences", "&Print...", QKeySequence::Print, [this] { Print(); });
+  Add_Entry(file, "Export_differences", "&Export...", QKeySequence("Ctrl+E"),
+            [this] { Export_Differences(model_->All()); });
+  Add_Entry(file, "Print_differences", "&Print...", QKeySequence::Print, [this] { Print(); });
   QMenu* edit = menuBar()->addMenu("&Edit");
-  entry(edit, "Copy_differences", "&Copy", QKeySequence::Copy, [this] { Copy_Differences(Selected()); });
-  entry(edit, "Select_all_differences", "Select &all", QKeySequence::SelectAll,
-        [this] { list_->selectAll(); });
+  Add_Entry(edit, "Copy_differences", "&Copy", QKeySequence::Copy, [this] { Copy_Differences(Selected()); });
+  Add_Entry(edit, "Select_all_differences", "Select &all", QKeySequence::SelectAll,
+            [this] { list_->selectAll(); });
   menu_ = new Compare_Menu(this);
   menuBar()->addMenu(menu_);
 }

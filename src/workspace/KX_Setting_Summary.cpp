@@ -45,21 +45,14 @@ KX_Setting_Summary::KX_Setting_Summary(QWidget* parent) : QMainWindow(parent), t
 }
 
 void KX_Setting_Summary::Make_Menus() {
-  const auto entry = [](QMenu* menu, const QString& name, const QString& caption, const QKeySequence& keys,
-                        auto handler) {
-    QAction* action = menu->addAction(caption);
-    action->setObjectName(name);
-    action->setShortcut(keys);
-    On_Trigger(action, handler);
-  };
   QMenu* file = menuBar()->addMenu("&File");
-  entry(file, "Open", "&Open...", QKeySequence::Open, Summary_Open_Click);
-  entry(file, "Save_File", "&Save", QKeySequence::Save, Summary_Save_File_Click);
-  entry(file, "SaveAs", "Save &As...", QKeySequence("Ctrl+Shift+S"), Summary_SaveAs_Click);
-  entry(file, "Print", "&Print...", QKeySequence::Print, [this] { Print(); });
+  Add_Entry(file, "Open", "&Open...", QKeySequence::Open, Summary_Open_Click);
+  Add_Entry(file, "Save_File", "&Save", QKeySequence::Save, Summary_Save_File_Click);
+  Add_Entry(file, "SaveAs", "Save &As...", QKeySequence("Ctrl+Shift+S"), Summary_SaveAs_Click);
+  Add_Entry(file, "Print", "&Print...", QKeySequence::Print, [this] { Print(); });
   QMenu* view = menuBar()->addMenu("&View");
-  entry(view, "View_box_settings", "&Box settings", {}, Summary_View_Box_Settings_Click);
-  entry(view, "View_Log_file_settings", "&Log settings", {}, Summary_View_Log_Settings_Click);
+  Add_Entry(view, "View_box_settings", "&Box settings", {}, Summary_View_Box_Settings_Click);
+  Add_Entry(view, "View_Log_file_settings", "&Log settings", {}, Summary_View_Log_Settings_Click);
 }
 
 void KX_Setting_Summary::Show_With_Box_Settings() { Guarded(Summary_View_Box_Settings_Click); }

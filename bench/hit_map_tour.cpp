@@ -1,4 +1,4 @@
-#include "tour_hit_map.h"
+#include "hit_map_tour.h"
 
 #include <QAction>
 #include <QApplication>
@@ -12,6 +12,7 @@
 #include <string>
 
 #include "logging/live_log.h"
+#include "tour_controls.h"
 #include "workspace/engine_place.h"
 #include "workspace/log_hits.h"
 
@@ -19,24 +20,6 @@ namespace kx::bench {
 namespace {
 
 constexpr int watched_ms = 3000;
-
-void Require(bool holds, const std::string& what) {
-  if (!holds) throw std::runtime_error(what);
-}
-
-QWidget* Window(const char* name) {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->objectName() == name) return window;
-  }
-  throw std::runtime_error(std::string("no window ") + name);
-}
-
-template <typename Widget>
-Widget* Part(const char* window, const char* name) {
-  auto* part = Window(window)->findChild<Widget*>(name);
-  Require(part != nullptr, std::string("no control ") + name);
-  return part;
-}
 
 void Take_Picture(const QDir& out, const char* window, const char* name) {
   QApplication::processEvents();
