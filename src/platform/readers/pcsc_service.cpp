@@ -8,6 +8,9 @@
 #include <windows.h>
 #endif
 #include <winscard.h>
+#ifdef _WIN32
+#undef SCardListReaders  // a macro there, which would rename our member
+#endif
 
 namespace kx::platform {
 namespace {
