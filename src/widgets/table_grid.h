@@ -101,10 +101,4 @@ class Table_Grid : public QTableView {
   std::optional<double> place_;  ///< of the engine
 };
 
-/// Code of a key as cells know it: taken from the character typed, 0 for a key that has none here.
-[[nodiscard]] int Key_Code_Of(const QKeyEvent& event);
-
-/// Bit 0 Shift, bit 1 Ctrl, bit 2 Alt.
-[[nodiscard]] int Shift_State_Of(const QKeyEvent& event);
-
 }  // namespace kx
